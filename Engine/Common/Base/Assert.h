@@ -1,0 +1,39 @@
+// The assertion macros used by library code.
+//
+// A failed assertion is a programming error: the failure routine formats a message with the
+// expression text, the source file and line, shows and logs it, and ends the process. The
+// expression text is passed literally, so messages quote the code's own names
+// ("pIdx>=0 && pIdx<mLength"). All macros are safe to use from any thread.
+#pragma once
+
+#include "Engine/Common/Base/Api.h"
+
+namespace Quillanor::Common::Detail {
+
+// Reports a failed assertion; never returns. `message` may be null.
+[[noreturn]] QC_API void AssertFailed(const char16_t* expression, const char16_t* file,
+                                      unsigned int line, const char16_t* message);
+
+} // namespace Quillanor::Common::Detail
+
+#define QC_WIDEN_IMPL(text) u##text
+#define QC_WIDEN(text) QC_WIDEN_IMPL(text)
+
+// Fatal unless `expr` holds; the message names the expression as written.
+#define QC_ASSERT(expr)                                                                            \
+    ((expr) ? static_cast<void>(0)                                                                 \
+            : ::Quillanor::Common::Detail::AssertFailed(QC_WIDEN(#expr), QC_WIDEN(__FILE__),       \
+                                                        __LINE__, nullptr))
+
+// As QC_ASSERT, with a free text (a char16_t literal) as the message's first line.
+#define QC_ASSERT_MSG(expr, message)                                                               \
+    ((expr) ? static_cast<void>(0)                                                                 \
+            : ::Quillanor::Common::Detail::AssertFailed(QC_WIDEN(#expr), QC_WIDEN(__FILE__),       \
+                                                        __LINE__, message))
+
+// Reports a failure whose expression text is given explicitly, for checks whose text must
+// read differently from the code that performs them (e.g. "SetEvent(hEvent)").
+#define QC_ASSERT_TEXT(ok, exprText)                                                               \
+    ((ok) ? static_cast<void>(0)                                                                   \
+          : ::Quillanor::Common::Detail::AssertFailed(exprText, QC_WIDEN(__FILE__), __LINE__,     \
+                                                      nullptr))

@@ -1,0 +1,27 @@
+# Sourced by the other scripts: makes sure the Debian packages a step needs are installed.
+# As root it installs what is missing; otherwise it prints the exact apt-get line and stops.
+
+qc_require() {
+    local missing=()
+    local pkg
+    for pkg in "$@"; do
+        if ! dpkg-query -W -f='${Status}' "$pkg" 2>/dev/null | grep -q "install ok installed"; then
+            missing+=("$pkg")
+        fi
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    if [ "$(id -u)" -eq 0 ]; then
+        echo "Installing missing packages: ${missing[*]}"
+        export DEBIAN_FRONTEND=noninteractive
+        apt-get update -qq || return 1
+        apt-get install -y -qq --no-install-recommends "${missing[@]}" || return 1
+    else
+        echo "Missing packages. Install them with:" >&2
+        echo "  sudo apt-get install -y --no-install-recommends ${missing[*]}" >&2
+        return 1
+    fi
+}
+
+# What building the library, its tests, benchmarks and demo needs.
+QC_NATIVE_PACKAGES=(cmake ninja-build g++ pkg-config googletest libgtest-dev libgmock-dev
+    libbenchmark-dev zlib1g-dev libssl-dev)
