@@ -154,7 +154,9 @@ struct tStrOps {
             cBlockLocker lock(Lock());
             last = --pBuff->mRefCount == 0;
         }
-        if (last) {
+        // The empty buffer holds a permanent reference of its own; the test keeps the
+        // compiler from seeing a path that frees static storage.
+        if (last && pBuff != EmptyBuff()) {
             ::operator delete(pBuff);
         }
     }
@@ -176,7 +178,7 @@ struct tStrOps {
             last = --old->mRefCount == 0;
         }
         s.mBuff = pBuff;
-        if (last) {
+        if (last && old != EmptyBuff()) {
             ::operator delete(old);
         }
     }
