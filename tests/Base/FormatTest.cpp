@@ -190,19 +190,31 @@ TEST(FormatTest, RingOfBuffers) {
 }
 
 TEST(FormatTest, ConcurrentCallersGetDistinctBuffers) {
-    auto work = [](int id) {
-        for (int i = 0; i < 5000; ++i) {
-            const char16_t* text = cUtils::FmtStr(u"%d-%d", id, i);
-            char expected[32];
-            std::snprintf(expected, sizeof(expected), "%d-%d", id, i);
-            // Two threads take at most a few buffers per round, far below 100.
-            ASSERT_EQ(std::u16string(text), Widen(expected));
+    // Each round two threads take 40 buffers each (80 < 100): every result must be intact
+    // after both have finished, and no buffer may have been handed out twice.
+    for (int round = 0; round < 50; ++round) {
+        std::vector<const char16_t*> results[2];
+        auto work = [&](int id) {
+            for (int i = 0; i < 40; ++i) {
+                results[id].push_back(cUtils::FmtStr(u"%d-%d-%d", id, round, i));
+            }
+        };
+        std::thread a(work, 0);
+        std::thread b(work, 1);
+        a.join();
+        b.join();
+        std::set<const char16_t*> distinct;
+        for (int id = 0; id < 2; ++id) {
+            for (int i = 0; i < 40; ++i) {
+                char expected[32];
+                std::snprintf(expected, sizeof(expected), "%d-%d-%d", id, round, i);
+                ASSERT_EQ(std::u16string(results[id][static_cast<std::size_t>(i)]),
+                          Widen(expected));
+                distinct.insert(results[id][static_cast<std::size_t>(i)]);
+            }
         }
-    };
-    std::thread a(work, 1);
-    std::thread b(work, 2);
-    a.join();
-    b.join();
+        ASSERT_EQ(distinct.size(), 80u);
+    }
 }
 
 TEST(FormatTest, LastErrorStr) {

@@ -359,6 +359,12 @@ int QC_STR::Compare(const QC_STR& pText) const {
     if (mBuff == pText.mBuff) {
         return 0;
     }
+    // Identical texts (the usual case of equal keys) are recognised at memcmp speed.
+    if (mLength == pText.mLength &&
+        std::memcmp(mBuff->mData, pText.mBuff->mData,
+                    sizeof(QC_CH) * static_cast<std::size_t>(mLength)) == 0) {
+        return 0;
+    }
     const int shorter = mLength < pText.mLength ? mLength : pText.mLength;
     return ICmpBounded(mBuff->mData, pText.mBuff->mData, static_cast<std::size_t>(shorter) + 1);
 }
