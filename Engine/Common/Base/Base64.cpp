@@ -26,7 +26,7 @@ constexpr sDecodeTable MakeDecodeTable() {
     for (int i = 0; i < 64; ++i) {
         t.mValue[static_cast<unsigned char>(kAlphabet[i])] = static_cast<std::uint16_t>(i);
     }
-    t.mValue['='] = kPad;
+    t.mValue[static_cast<int>('=')] = kPad;
     return t;
 }
 
