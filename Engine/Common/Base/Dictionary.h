@@ -31,11 +31,23 @@ struct tDictionaryKeyEquals {
     static bool Equal(const K& a, const K& b) { return a == b; }
 };
 
-// Case-insensitive equality: the one-to-one case rule keeps lengths, so they are checked first.
+// Case-insensitive equality with the rule of cString::Compare. The case rule maps code units
+// one to one, so equal keys have equal lengths; identical units skip the case mapping.
 template <>
 struct tDictionaryKeyEquals<cString> {
     static bool Equal(const cString& a, const cString& b) {
-        return a.Length() == b.Length() && a.Compare(b) == 0;
+        const int length = a.Length();
+        if (length != b.Length()) {
+            return false;
+        }
+        const char16_t* x = a.Text();
+        const char16_t* y = b.Text();
+        for (int i = 0; i < length; ++i) {
+            if (x[i] != y[i] && ToUpper(x[i]) != ToUpper(y[i])) {
+                return false;
+            }
+        }
+        return true;
     }
 };
 
