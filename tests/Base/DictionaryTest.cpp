@@ -25,8 +25,8 @@ const cStrBuff* BuffOf(const cString& s) {
 }
 
 cString Key(int i) {
-    return cString(
-        (u"key" + std::u16string(std::to_string(i).begin(), std::to_string(i).end())).c_str());
+    const std::string digits = std::to_string(i);
+    return cString((u"key" + std::u16string(digits.begin(), digits.end())).c_str());
 }
 
 template <typename D>
