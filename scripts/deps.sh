@@ -24,4 +24,4 @@ qc_require() {
 
 # What building the library, its tests, benchmarks and demo needs.
 QC_NATIVE_PACKAGES=(cmake ninja-build g++ pkg-config googletest libgtest-dev libgmock-dev
-    libbenchmark-dev zlib1g-dev libssl-dev)
+    libbenchmark-dev zlib1g-dev libssl-dev libglm-dev)
