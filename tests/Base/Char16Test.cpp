@@ -261,6 +261,10 @@ TEST(UtilsTest, Utf8RoundTripOfEveryCodePoint) {
     std::u16string back(static_cast<std::size_t>(length), u'\0');
     ASSERT_EQ(cUtils::ToWideChar(65001, utf8.data(), bytes, back.data(), length), length);
     EXPECT_EQ(back, all);
+    // The same into an output with room for one unit per input byte (the unchecked path).
+    std::u16string roomy(static_cast<std::size_t>(bytes), u'\0');
+    ASSERT_EQ(cUtils::ToWideChar(65001, utf8.data(), bytes, roomy.data(), bytes), length);
+    EXPECT_EQ(roomy.substr(0, static_cast<std::size_t>(length)), all);
     // Too small an output gives 0.
     EXPECT_EQ(cUtils::ToWideChar(65001, utf8.data(), bytes, back.data(), length - 1), 0);
     EXPECT_EQ(cUtils::ToMultibyte(65001, all.data(), length, utf8.data(), bytes - 1), 0);
