@@ -7,8 +7,8 @@
 
 namespace Quillanor::Common {
 
-template class QC_INSTANCE_API tSingletonBase<cAllocatorManager>;
-template class QC_INSTANCE_API tSingleton<cAllocatorManager>;
+template class tSingletonBase<cAllocatorManager>;
+template class tSingleton<cAllocatorManager>;
 
 // Sits just before every item: the free-list link, then the mark.
 struct cAllocator::sAllocItemHdr {

@@ -2,8 +2,8 @@
 
 namespace Quillanor::Common {
 
-template class QC_INSTANCE_API tSingletonBase<cSystemInfo>;
-template class QC_INSTANCE_API tSingleton<cSystemInfo>;
+template class tSingletonBase<cSystemInfo>;
+template class tSingleton<cSystemInfo>;
 
 cSystemInfo::cSystemInfo() : mApplicationTitle(u"N/A") {}
 
