@@ -11,7 +11,7 @@
 
 namespace Quillanor::Common {
 
-class cSystemInfo;
+class QC_API cSystemInfo;
 extern template class QC_INSTANCE_API tSingletonBase<cSystemInfo>;
 extern template class QC_INSTANCE_API tSingleton<cSystemInfo>;
 
