@@ -26,6 +26,9 @@ qc_require() {
 QC_NATIVE_PACKAGES=(cmake ninja-build g++ pkg-config googletest libgtest-dev libgmock-dev
     libbenchmark-dev zlib1g-dev libssl-dev)
 
+# What the libFuzzer targets need (scripts/fuzz.sh).
+QC_FUZZ_PACKAGES=(clang libclang-rt-14-dev)
+
 # What the Windows cross build (preset "windows") and its test run under Wine need: the
 # mingw-w64 compiler with the posix thread model, the GoogleTest sources built for Windows,
 # and the 64-bit Wine loader.

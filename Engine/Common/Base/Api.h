@@ -16,4 +16,16 @@
 #define QC_API __attribute__((visibility("default")))
 #endif
 
+// Class templates whose static data must be one object across the library and its users
+// (singleton instance pointers). ELF unifies such instantiations when they are visible; on
+// Windows the library exports explicit instantiations for its own types instead.
+// QC_INSTANCE_API marks those explicit instantiations.
+#if defined(_WIN32) || defined(QC_STATIC)
+#define QC_TEMPLATE_API
+#define QC_INSTANCE_API QC_API
+#else
+#define QC_TEMPLATE_API __attribute__((visibility("default")))
+#define QC_INSTANCE_API
+#endif
+
 namespace Quillanor::Common {}

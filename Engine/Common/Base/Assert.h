@@ -14,6 +14,10 @@ namespace Quillanor::Common::Detail {
 [[noreturn]] QC_API void AssertFailed(const char16_t* expression, const char16_t* file,
                                       unsigned int line, const char16_t* message);
 
+// Reports a broken internal invariant as a debugger break: with a debugger attached it stops
+// there and returns when resumed, otherwise it prints the position and aborts the process.
+QC_API void HardAssertFailed(const char16_t* expression, const char16_t* file, unsigned int line);
+
 } // namespace Quillanor::Common::Detail
 
 #define QC_WIDEN_IMPL(text) u##text
@@ -35,5 +39,12 @@ namespace Quillanor::Common::Detail {
 // read differently from the code that performs them (e.g. "SetEvent(hEvent)").
 #define QC_ASSERT_TEXT(ok, exprText)                                                               \
     ((ok) ? static_cast<void>(0)                                                                   \
-          : ::Quillanor::Common::Detail::AssertFailed(exprText, QC_WIDEN(__FILE__), __LINE__,     \
+          : ::Quillanor::Common::Detail::AssertFailed(exprText, QC_WIDEN(__FILE__), __LINE__,      \
                                                       nullptr))
+
+// A debugger break unless `expr` holds (see HardAssertFailed); for registry invariants whose
+// failure must stop in the debugger rather than show a message.
+#define QC_HARD_ASSERT(expr)                                                                       \
+    ((expr) ? static_cast<void>(0)                                                                 \
+            : ::Quillanor::Common::Detail::HardAssertFailed(QC_WIDEN(#expr), QC_WIDEN(__FILE__),   \
+                                                            __LINE__))

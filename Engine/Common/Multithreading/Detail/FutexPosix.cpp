@@ -11,25 +11,21 @@
 namespace Quillanor::Common::Detail {
 namespace {
 
-// The library is linked at start-up, so its thread-locals can use the fast static TLS model.
-__attribute__((tls_model("initial-exec"))) thread_local std::uint32_t tThreadId = 0;
-
 long Futex(std::atomic<std::uint32_t>* word, int op, std::uint32_t value, const timespec* timeout,
            std::uint32_t bitset) {
-    return ::syscall(SYS_futex, reinterpret_cast<std::uint32_t*>(word), op, value, timeout,
-                     nullptr, bitset);
+    return ::syscall(SYS_futex, reinterpret_cast<std::uint32_t*>(word), op, value, timeout, nullptr,
+                     bitset);
 }
 
 constexpr long kPollSliceNs = 1'000'000;
 
 } // namespace
 
-std::uint32_t CurrentThreadId() {
-    std::uint32_t id = tThreadId;
-    if (id == 0) [[unlikely]] {
-        id = static_cast<std::uint32_t>(::syscall(SYS_gettid));
-        tThreadId = id;
-    }
+constinit thread_local std::uint32_t tThreadId = 0;
+
+std::uint32_t FetchThreadId() {
+    const auto id = static_cast<std::uint32_t>(::syscall(SYS_gettid));
+    tThreadId = id;
     return id;
 }
 
@@ -103,9 +99,9 @@ int FutexWaitAny(std::atomic<std::uint32_t>* const* words, const std::uint32_t* 
         slice.at.tv_nsec -= 1'000'000'000;
         ++slice.at.tv_sec;
     }
-    if (!deadline.infinite && (deadline.at.tv_sec < slice.at.tv_sec ||
-                               (deadline.at.tv_sec == slice.at.tv_sec &&
-                                deadline.at.tv_nsec < slice.at.tv_nsec))) {
+    if (!deadline.infinite &&
+        (deadline.at.tv_sec < slice.at.tv_sec ||
+         (deadline.at.tv_sec == slice.at.tv_sec && deadline.at.tv_nsec < slice.at.tv_nsec))) {
         slice = deadline;
     }
     FutexWait(words[0], expected[0], shared[0], slice);

@@ -16,8 +16,18 @@ inline void CpuRelax() {
 #endif
 }
 
-// Kernel thread id of the calling thread (never 0), cached per thread.
-std::uint32_t CurrentThreadId();
+// The calling thread's kernel id once CurrentThreadId has cached it, else 0. The library is
+// linked at start-up, so its thread-locals can use the fast static TLS model.
+extern constinit __attribute__((tls_model("initial-exec"))) thread_local std::uint32_t tThreadId;
+// Asks the kernel and caches the answer in tThreadId.
+std::uint32_t FetchThreadId();
+
+// Kernel thread id of the calling thread (never 0), cached per thread; inline because every
+// lock operation asks for it.
+inline std::uint32_t CurrentThreadId() {
+    const std::uint32_t id = tThreadId;
+    return id != 0 ? id : FetchThreadId();
+}
 
 // An absolute CLOCK_MONOTONIC deadline; `infinite` means no limit.
 struct sDeadline {

@@ -1,0 +1,242 @@
+// cUtils: the formatting ring, string search, number parsing, code pages, byte order.
+#include "Engine/Common/Base/Utils.h"
+
+#include "Engine/Common/Base/Char16.h"
+#include "Engine/Common/Base/Detail/Unicode.h"
+#include "Engine/Common/Multithreading/CriticalSection.h"
+
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
+
+namespace Quillanor::Common {
+
+namespace {
+
+// The ring of scratch buffers: static storage, nothing allocated per call.
+alignas(16) char16_t gRing[cUtils::FmtBuffCount][cUtils::FmtBuffLength];
+int gRingIndex = 0;
+
+const cCriticalSection& RingLock() {
+    // Never destroyed: formatting may happen during static destruction.
+    static const cCriticalSection* lock = new cCriticalSection;
+    return *lock;
+}
+
+char16_t* NextRingBuffer() {
+    int index;
+    {
+        cBlockLocker locker(RingLock());
+        index = gRingIndex = (gRingIndex + 1) % cUtils::FmtBuffCount;
+    }
+    return gRing[index];
+}
+
+} // namespace
+
+char16_t* cUtils::GetFmtStrBuff() {
+    return NextRingBuffer();
+}
+
+const char16_t* cUtils::FmtStr(const char16_t* pFormat, ...) {
+    va_list args;
+    va_start(args, pFormat);
+    const char16_t* result = FmtStrV(pFormat, args);
+    va_end(args);
+    return result;
+}
+
+const char16_t* cUtils::FmtStrV(const char16_t* pFormat, va_list pArgs) {
+    char16_t* buffer = NextRingBuffer();
+    Format(buffer, FmtBuffLength, pFormat, pArgs);
+    return buffer;
+}
+
+const char* cUtils::FmtStrA(const char* pFormat, ...) {
+    va_list args;
+    va_start(args, pFormat);
+    const char* result = FmtStrAV(pFormat, args);
+    va_end(args);
+    return result;
+}
+
+const char* cUtils::FmtStrAV(const char* pFormat, va_list pArgs) {
+    char* buffer = reinterpret_cast<char*>(NextRingBuffer());
+    FormatA(buffer, FmtBuffLength, pFormat, pArgs);
+    return buffer;
+}
+
+const char16_t* cUtils::LastErrorStr(int pCode, const char16_t* pModule) {
+    char16_t* buffer = NextRingBuffer();
+    if (!LastErrorStrImpl(pCode, pModule, buffer, FmtBuffLength)) {
+        buffer[0] = 0;
+        return buffer;
+    }
+    std::size_t length = StrLen(buffer);
+    while (length > 0 && (buffer[length - 1] == u'\r' || buffer[length - 1] == u'\n')) {
+        buffer[--length] = 0;
+    }
+    return buffer;
+}
+
+char16_t* cUtils::StrIStr(const char16_t* pText, const char16_t* pPattern) {
+    return const_cast<char16_t*>(Common::StrIStr(pText, pPattern));
+}
+
+char* cUtils::AStrIStr(const char* pText, const char* pPattern) {
+    if (*pPattern == 0) {
+        return const_cast<char*>(pText);
+    }
+    const char first = ToUpperA(*pPattern);
+    for (; *pText != 0; ++pText) {
+        if (ToUpperA(*pText) != first) {
+            continue;
+        }
+        const char* a = pText + 1;
+        const char* b = pPattern + 1;
+        while (*b != 0 && ToUpperA(*a) == ToUpperA(*b)) {
+            ++a;
+            ++b;
+        }
+        if (*b == 0) {
+            return const_cast<char*>(pText);
+        }
+        if (*a == 0) {
+            return nullptr;
+        }
+    }
+    return nullptr;
+}
+
+int cUtils::HexDigitToInt(char16_t pChar) {
+    if (pChar >= u'0' && pChar <= u'9') {
+        return pChar - u'0';
+    }
+    if (pChar >= u'a' && pChar <= u'f') {
+        return pChar - u'a' + 10;
+    }
+    if (pChar >= u'A' && pChar <= u'F') {
+        return pChar - u'A' + 10;
+    }
+    return -1;
+}
+
+int cUtils::StrToIntW(const char16_t* pText, bool* pFail, int pBase, bool pStrict) {
+    const char16_t* end = pText;
+    const int value = StrToL(pText, &end, pBase);
+    if (pFail != nullptr) {
+        *pFail = end == pText || (pStrict && *end != 0);
+    }
+    return value;
+}
+
+double cUtils::StrToFloat(const char16_t* pText, bool* pFail, bool pStrict) {
+    const char16_t* end = pText;
+    const double value = StrToD(pText, &end);
+    if (pFail != nullptr) {
+        *pFail = end == pText || (pStrict && *end != 0);
+    }
+    return value;
+}
+
+int cUtils::MultibyteLen(unsigned int pCodePage, const char16_t* pText, int pLength) {
+    return ToMultibyte(pCodePage, pText, pLength, nullptr, 0);
+}
+
+int cUtils::ToMultibyte(unsigned int pCodePage, const char16_t* pText, int pLength, char* pOut,
+                        int pOutLength) {
+    if (pText == nullptr || pOutLength < 0) {
+        return 0;
+    }
+    if (pLength < 0) {
+        pLength = static_cast<int>(StrLen(pText)) + 1;
+    }
+    if (pLength == 0) {
+        return 0;
+    }
+    if (pOutLength == 0) {
+        pOut = nullptr;
+    }
+    int n;
+    switch (pCodePage) {
+    case 65001:
+        n = Detail::Utf16ToUtf8(pText, pLength, pOut, pOutLength);
+        break;
+    case 1200:
+        n = Detail::Utf16ToUtf16Le(pText, pLength, pOut, pOutLength);
+        break;
+    default:
+        n = ToMultibyteImpl(pCodePage, pText, pLength, pOut, pOutLength);
+        break;
+    }
+    return n < 0 ? 0 : n;
+}
+
+int cUtils::WideCharLen(unsigned int pCodePage, const char* pText, int pLength) {
+    return ToWideChar(pCodePage, pText, pLength, nullptr, 0);
+}
+
+int cUtils::ToWideChar(unsigned int pCodePage, const char* pText, int pLength, char16_t* pOut,
+                       int pOutLength) {
+    if (pText == nullptr || pOutLength < 0) {
+        return 0;
+    }
+    if (pLength < 0) {
+        pLength = static_cast<int>(std::strlen(pText)) + 1;
+    }
+    if (pLength == 0) {
+        return 0;
+    }
+    if (pOutLength == 0) {
+        pOut = nullptr;
+    }
+    int n;
+    switch (pCodePage) {
+    case 65001:
+        n = Detail::Utf8ToUtf16(pText, pLength, pOut, pOutLength);
+        break;
+    case 1200:
+        n = Detail::Utf16LeToUtf16(pText, pLength, pOut, pOutLength);
+        break;
+    default:
+        n = ToWideCharImpl(pCodePage, pText, pLength, pOut, pOutLength);
+        break;
+    }
+    return n < 0 ? 0 : n;
+}
+
+short cUtils::RevEndian(short pValue) {
+    const auto v = static_cast<std::uint16_t>(pValue);
+    return static_cast<short>(static_cast<std::uint16_t>((v >> 8) | (v << 8)));
+}
+
+int cUtils::RevEndian(int pValue) {
+    std::uint32_t v = static_cast<std::uint32_t>(pValue);
+    v = ((v & 0x00FF00FFu) << 8) | ((v >> 8) & 0x00FF00FFu);
+    return static_cast<int>((v << 16) | (v >> 16));
+}
+
+long long cUtils::RevEndian(long long pValue) {
+    const auto v = static_cast<std::uint64_t>(pValue);
+    const auto low = static_cast<std::uint32_t>(RevEndian(static_cast<int>(v & 0xFFFFFFFFu)));
+    const auto high = static_cast<std::uint32_t>(RevEndian(static_cast<int>(v >> 32)));
+    return static_cast<long long>((static_cast<std::uint64_t>(low) << 32) | high);
+}
+
+float cUtils::RevEndian(float pValue) {
+    int bits;
+    std::memcpy(&bits, &pValue, 4);
+    bits = RevEndian(bits);
+    std::memcpy(&pValue, &bits, 4);
+    return pValue;
+}
+
+double cUtils::RevEndian(double pValue) {
+    long long bits;
+    std::memcpy(&bits, &pValue, 8);
+    bits = RevEndian(bits);
+    std::memcpy(&pValue, &bits, 8);
+    return pValue;
+}
+
+} // namespace Quillanor::Common
