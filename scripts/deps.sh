@@ -24,7 +24,7 @@ qc_require() {
 
 # What building the library, its tests, benchmarks and demo needs.
 QC_NATIVE_PACKAGES=(cmake ninja-build g++ pkg-config googletest libgtest-dev libgmock-dev
-    libbenchmark-dev zlib1g-dev libssl-dev)
+    libbenchmark-dev zlib1g-dev libssl-dev libglm-dev)
 
 # What the libFuzzer targets need (scripts/fuzz.sh).
 QC_FUZZ_PACKAGES=(clang libclang-rt-14-dev)

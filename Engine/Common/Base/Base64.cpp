@@ -181,4 +181,34 @@ int cBase64::Decode(const char16_t* pText, int pLength, unsigned char* pOut) {
                            : DecodeGroups<false>(pText, pLength, nullptr);
 }
 
+cString cBase64::EncodeS(const unsigned char* pData, int pLength) {
+    const int total = EncodedLength(pLength);
+    if (total == 0) {
+        return cString();
+    }
+    cString result(total + 1 < 8 ? 8 : total + 1);
+    // Chunks of a multiple of 3 bytes join without padding.
+    constexpr int kChunk = 2046;
+    char16_t buffer[kChunk / 3 * 4];
+    for (int done = 0; done < pLength; done += kChunk) {
+        const int n = pLength - done < kChunk ? pLength - done : kChunk;
+        result.Append(buffer, Encode(pData + done, n, buffer));
+    }
+    return result;
+}
+
+int cBase64::DecodeS(const cString& pText, unsigned char* pOut) {
+    return Decode(pText.Text(), pText.Length(), pOut);
+}
+
+bool cBase64::DecodeS(const cString& pText, tArray<unsigned char>& pOut) {
+    const int count = Decode(pText.Text(), pText.Length(), nullptr);
+    if (count < 0) {
+        return false;
+    }
+    pOut.SetCount(count);
+    Decode(pText.Text(), pText.Length(), pOut.Data());
+    return true;
+}
+
 } // namespace Quillanor::Common

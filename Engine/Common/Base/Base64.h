@@ -8,6 +8,8 @@
 #pragma once
 
 #include "Engine/Common/Base/Api.h"
+#include "Engine/Common/Base/Array.h"
+#include "Engine/Common/Base/String.h"
 
 namespace Quillanor::Common {
 
@@ -21,6 +23,13 @@ public:
     // Decodes pLength characters; returns the number of bytes, or -1 for a character outside
     // '+'..'z'. With a null pOut it only counts.
     static int Decode(const char16_t* pText, int pLength, unsigned char* pOut);
+
+    // Encode into a string (reserved at its final size first).
+    static cString EncodeS(const unsigned char* pData, int pLength);
+    // Decode of a whole string, with the same result and null-pOut rule as Decode.
+    static int DecodeS(const cString& pText, unsigned char* pOut);
+    // Counts, sizes pOut to the count and decodes; false (pOut unchanged) for invalid text.
+    static bool DecodeS(const cString& pText, tArray<unsigned char>& pOut);
 };
 
 } // namespace Quillanor::Common

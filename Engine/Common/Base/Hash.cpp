@@ -1,0 +1,7 @@
+#include "Engine/Common/Base/Hash.h"
+
+namespace Quillanor::Common {
+
+cHashable::~cHashable() = default;
+
+} // namespace Quillanor::Common
