@@ -19,7 +19,10 @@
 // Class templates whose static data must be one object across the library and its users
 // (singleton instance pointers). ELF unifies such instantiations when they are visible; on
 // Windows the library exports explicit instantiations for its own types instead.
-// QC_INSTANCE_API marks those explicit instantiations.
+// QC_INSTANCE_API marks the explicit instantiation declarations in the header
+// (`extern template class QC_INSTANCE_API tSingleton<cFoo>;`, before cFoo derives from it);
+// the definitions in the .cpp (`template class tSingleton<cFoo>;`) carry no attribute, which
+// GCC would ignore there with an error on Windows.
 #if defined(_WIN32) || defined(QC_STATIC)
 #define QC_TEMPLATE_API
 #define QC_INSTANCE_API QC_API

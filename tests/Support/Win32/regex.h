@@ -39,8 +39,8 @@ inline int regcomp(regex_t* preg, const char* pattern, int /*cflags*/) {
     }
 }
 
-inline int regexec(const regex_t* preg, const char* string, std::size_t nmatch,
-                   regmatch_t* pmatch, int /*eflags*/) {
+inline int regexec(const regex_t* preg, const char* string, std::size_t nmatch, regmatch_t* pmatch,
+                   int /*eflags*/) {
     std::cmatch m;
     if (preg->impl == nullptr || !std::regex_search(string, m, *preg->impl)) {
         return REG_NOMATCH;
