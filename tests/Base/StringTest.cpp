@@ -480,3 +480,45 @@ TEST(StringDeathTest, QuotedAssertions) {
     EXPECT_EXIT(cAString().SetLength(-3), testing::ExitedWithCode(0), "pNewLength >= 0");
     EXPECT_EXIT(cAString().SetSize(-1), testing::ExitedWithCode(0), "pNewSize > 0");
 }
+
+TEST(StringTest, SplitAndJoin) {
+    cStringArray parts;
+    EXPECT_EQ(cString(u"a,,b").Split(parts, u","), 3);
+    EXPECT_EQ(Str(parts[0]), u"a");
+    EXPECT_EQ(Str(parts[1]), u"");
+    EXPECT_EQ(Str(parts[2]), u"b");
+    EXPECT_EQ(cString(u"a,,b").Split(parts, u",", true), 2);
+    EXPECT_EQ(Str(parts[1]), u"b");
+    EXPECT_EQ(cString(u"a,,b").Split(parts, u",", false, false, 2), 2);
+    EXPECT_EQ(Str(parts[0]), u"a");
+    EXPECT_EQ(Str(parts[1]), u",b");
+    EXPECT_EQ(cString(u"x; y ;  ;z").Split(parts, u";,", false, true), 4);
+    EXPECT_EQ(Str(parts[1]), u"y");
+    EXPECT_EQ(Str(parts[2]), u""); // trims to empty and is kept
+    EXPECT_EQ(cString(u"1 2,3").Split(parts, u" ,"), 3);
+    EXPECT_EQ(Str(parts[2]), u"3");
+    EXPECT_EQ(cString().Split(parts, u","), 1);
+    EXPECT_EQ(parts[0].Length(), 0);
+    EXPECT_EQ(cString().Split(parts, u",", true), 0);
+    EXPECT_EQ(cString(u"a,").Split(parts, u","), 2);
+    EXPECT_EQ(cString(u"abc").Split(parts, u""), 0);
+    EXPECT_EQ(cString(u"abc").Split(parts, nullptr), 0);
+    EXPECT_EQ(cString(u"a,b").Split(parts, u",", false, false, 0), 0);
+    EXPECT_EQ(parts.Count(), 0);
+
+    cString joined(u"old");
+    cString(u"a,b,,c").Split(parts, u",");
+    joined.Join(parts, u" + ");
+    EXPECT_EQ(Str(joined), u"a + b +  + c");
+    EXPECT_EQ(joined.Size(), joined.Length() + 1);
+    joined.Join(parts, nullptr);
+    EXPECT_EQ(Str(joined), u"abc");
+    joined.Join(cStringArray(), u",");
+    EXPECT_EQ(joined.Length(), 0);
+
+    cAStringArray narrow;
+    EXPECT_EQ(cAString("p|q").Split(narrow, "|"), 2);
+    cAString n;
+    n.Join(narrow, "-");
+    EXPECT_STREQ(n.Text(), "p-q");
+}

@@ -57,6 +57,15 @@ private:
     static cCriticalSection sLocker;
 };
 
+// Holds the registry lock for a block.
+class cSingletonLock {
+public:
+    cSingletonLock() { cSingletonManager::Lock(); }
+    ~cSingletonLock() { cSingletonManager::Unlock(); }
+    cSingletonLock(const cSingletonLock&) = delete;
+    cSingletonLock& operator=(const cSingletonLock&) = delete;
+};
+
 template <class T>
 class QC_TEMPLATE_API tSingletonBase : public cSingleton {
 public:
@@ -94,32 +103,24 @@ public:
 
 template <class T>
 T* tSingletonBase<T>::CreateInstance() {
-    cSingletonManager::Lock();
+    cSingletonLock lock;
     // clang-format off
     QC_HARD_ASSERT(sInstance.load(std::memory_order_relaxed)==nullptr);
     // clang-format on
-    T* instance = nullptr;
-    try {
-        instance = new T();
-    } catch (...) {
-        cSingletonManager::Unlock();
-        throw;
-    }
+    T* instance = new T();
     sInstance.store(instance, std::memory_order_release);
     cSingletonManager::AddSingleton(instance);
-    cSingletonManager::Unlock();
     return instance;
 }
 
 template <class T>
 void tSingletonBase<T>::Done() {
-    cSingletonManager::Lock();
+    cSingletonLock lock;
     T* instance = sInstance.load(std::memory_order_relaxed);
     if (instance != nullptr) {
         cSingletonManager::RemoveSingleton(instance);
         delete static_cast<cSingleton*>(instance);
     }
-    cSingletonManager::Unlock();
 }
 
 template <class T>
@@ -128,12 +129,11 @@ T* tSingleton<T>::Instance() {
     if (instance != nullptr) [[likely]] {
         return instance;
     }
-    cSingletonManager::Lock();
+    cSingletonLock lock;
     instance = tSingletonBase<T>::sInstance.load(std::memory_order_relaxed);
     if (instance == nullptr) {
         instance = tSingletonBase<T>::CreateInstance();
     }
-    cSingletonManager::Unlock();
     return instance;
 }
 

@@ -23,12 +23,16 @@
 #pragma once
 
 #include "Engine/Common/Base/Api.h"
+#include "Engine/Common/Base/Array.h"
 
 #include <climits>
 
 namespace Quillanor::Common {
 
+class cString;
 class cAString;
+using cStringArray = tArray<cString>;
+using cAStringArray = tArray<cAString>;
 
 // Heap block shared between wide strings: count and capacity, text stored after the header.
 struct cStrBuff {
@@ -180,6 +184,16 @@ public:
     // the next one (or the end); `*pEnd` gets the index after the second delimiter, or the
     // length. Empty with `*pEnd` = length when the delimiter is not found.
     cString SubStr(const char16_t* pDelimiter, int pStart, int* pEnd = nullptr) const;
+
+    // ---- splitting and joining ----
+    // Splits at any character of `pSeparators` into `pOut` (cleared first); the piece number
+    // `pMaxCount` takes the whole rest. Empty pieces are skipped with `pSkipEmpty`; pieces are
+    // trimmed with `pTrim` (one that trims to empty is kept). Returns the piece count; 0 for
+    // null or empty separators or pMaxCount < 1. An empty string gives one empty piece.
+    int Split(cStringArray& pOut, const char16_t* pSeparators, bool pSkipEmpty = false,
+              bool pTrim = false, int pMaxCount = INT_MAX) const;
+    // Clears, then appends the items with `pSeparator` (may be null) between them.
+    void Join(const cStringArray& pItems, const char16_t* pSeparator);
 
     // ---- code pages ----
     // Bytes needed for the text in `pCodePage`, terminator included.
@@ -352,6 +366,10 @@ public:
     cAString& Left(const cAString& pSource, int pCount);
     cAString& Right(const cAString& pSource, int pCount);
     cAString SubStr(const char* pDelimiter, int pStart, int* pEnd = nullptr) const;
+
+    int Split(cAStringArray& pOut, const char* pSeparators, bool pSkipEmpty = false,
+              bool pTrim = false, int pMaxCount = INT_MAX) const;
+    void Join(const cAStringArray& pItems, const char* pSeparator);
 
     // UTF-16 code units needed for the text of `pCodePage`, terminator included.
     int WideCharLength(unsigned int pCodePage = 0) const;

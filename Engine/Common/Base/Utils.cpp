@@ -67,6 +67,9 @@ const char* cUtils::FmtStrAV(const char* pFormat, va_list pArgs) {
 }
 
 const char16_t* cUtils::LastErrorStr(int pCode, const char16_t* pModule) {
+    if (pCode < 0) {
+        pCode = LastErrorImpl(); // before the ring lock can change it
+    }
     char16_t* buffer = NextRingBuffer();
     if (!LastErrorStrImpl(pCode, pModule, buffer, FmtBuffLength)) {
         buffer[0] = 0;

@@ -89,6 +89,8 @@ public:
 private:
     // Platform parts (UtilsPosix.cpp / UtilsWin32.cpp). The code-page forms receive
     // pLength > 0 and code pages other than 65001 and 1200.
+    // The calling thread's last error (errno / GetLastError), read before anything else runs.
+    static int LastErrorImpl();
     static bool LastErrorStrImpl(int pCode, const char16_t* pModule, char16_t* pOut, int pSize);
     static int ToMultibyteImpl(unsigned int pCodePage, const char16_t* pText, int pLength,
                                char* pOut, int pOutLength);

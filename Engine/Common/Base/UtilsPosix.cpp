@@ -126,12 +126,13 @@ long long Convert(iconv_t cd, const char* pIn, std::size_t pInLength, char* pOut
 
 } // namespace
 
+int cUtils::LastErrorImpl() {
+    return errno;
+}
+
 bool cUtils::LastErrorStrImpl(int pCode, const char16_t* pModule, char16_t* pOut, int pSize) {
     if (pModule != nullptr) {
         return false; // module message tables exist only on Windows
-    }
-    if (pCode < 0) {
-        pCode = errno;
     }
 #if defined(__GLIBC__)
     if (strerrordesc_np(pCode) == nullptr) {

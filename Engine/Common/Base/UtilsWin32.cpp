@@ -1,21 +1,20 @@
-// cUtils, Windows backend: system and module error texts through FormatMessageW, code pages
-// through WideCharToMultiByte / MultiByteToWideChar.
+// cUtils, Win32 backend: GetLastError / FormatMessageW texts and the system code-page
+// conversions (MultiByteToWideChar / WideCharToMultiByte with flags 0).
 #include "Engine/Common/Base/Utils.h"
-
-#include "Engine/Common/Base/Detail/Win32.h"
 
 #include <windows.h>
 
 namespace Quillanor::Common {
 
-using Detail::WinText;
+int cUtils::LastErrorImpl() {
+    return static_cast<int>(GetLastError());
+}
 
 bool cUtils::LastErrorStrImpl(int pCode, const char16_t* pModule, char16_t* pOut, int pSize) {
-    const DWORD code = pCode < 0 ? GetLastError() : static_cast<DWORD>(pCode);
     DWORD flags = FORMAT_MESSAGE_IGNORE_INSERTS;
     HMODULE module = nullptr;
     if (pModule != nullptr) {
-        module = GetModuleHandleW(WinText(pModule));
+        module = GetModuleHandleW(reinterpret_cast<const wchar_t*>(pModule));
         if (module == nullptr) {
             return false;
         }
@@ -23,29 +22,22 @@ bool cUtils::LastErrorStrImpl(int pCode, const char16_t* pModule, char16_t* pOut
     } else {
         flags |= FORMAT_MESSAGE_FROM_SYSTEM;
     }
-    const DWORD n = FormatMessageW(flags, module, code, MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT),
-                                   WinText(pOut), static_cast<DWORD>(pSize), nullptr);
-    return n > 0;
+    const DWORD n = FormatMessageW(
+        flags, module, static_cast<DWORD>(pCode), MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT),
+        reinterpret_cast<wchar_t*>(pOut), static_cast<DWORD>(pSize), nullptr);
+    return n != 0;
 }
 
 int cUtils::ToMultibyteImpl(unsigned int pCodePage, const char16_t* pText, int pLength, char* pOut,
                             int pOutLength) {
-    const int n = WideCharToMultiByte(pCodePage, 0, WinText(pText), pLength, pOut,
-                                      pOut != nullptr ? pOutLength : 0, nullptr, nullptr);
-    if (n == 0 && GetLastError() == ERROR_INSUFFICIENT_BUFFER) {
-        return -1;
-    }
-    return n;
+    return WideCharToMultiByte(pCodePage, 0, reinterpret_cast<const wchar_t*>(pText), pLength, pOut,
+                               pOut == nullptr ? 0 : pOutLength, nullptr, nullptr);
 }
 
 int cUtils::ToWideCharImpl(unsigned int pCodePage, const char* pText, int pLength, char16_t* pOut,
                            int pOutLength) {
-    const int n = MultiByteToWideChar(pCodePage, 0, pText, pLength, Detail::WinText(pOut),
-                                      pOut != nullptr ? pOutLength : 0);
-    if (n == 0 && GetLastError() == ERROR_INSUFFICIENT_BUFFER) {
-        return -1;
-    }
-    return n;
+    return MultiByteToWideChar(pCodePage, 0, pText, pLength, reinterpret_cast<wchar_t*>(pOut),
+                               pOut == nullptr ? 0 : pOutLength);
 }
 
 } // namespace Quillanor::Common

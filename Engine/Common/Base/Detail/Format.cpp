@@ -279,7 +279,7 @@ bool FormatFloat(tOut<Ch>& out, const sSpec& spec, char conv, sArgs& args) {
         prefix[prefixLength++] = ' ';
     }
     const bool finite = std::isfinite(value);
-    if ((conv | 0x20) == 'a') {
+    if ((conv | 0x20) == 'a' && finite) {
         prefix[prefixLength++] = '0';
         prefix[prefixLength++] = conv == 'A' ? 'X' : 'x';
     }

@@ -359,6 +359,12 @@ int QC_STR::Compare(const QC_STR& pText) const {
     if (mBuff == pText.mBuff) {
         return 0;
     }
+    // Identical texts (the usual case of equal keys) are recognised at memcmp speed.
+    if (mLength == pText.mLength &&
+        std::memcmp(mBuff->mData, pText.mBuff->mData,
+                    sizeof(QC_CH) * static_cast<std::size_t>(mLength)) == 0) {
+        return 0;
+    }
     const int shorter = mLength < pText.mLength ? mLength : pText.mLength;
     return ICmpBounded(mBuff->mData, pText.mBuff->mData, static_cast<std::size_t>(shorter) + 1);
 }
@@ -518,6 +524,66 @@ QC_STR& QC_STR::Right(const QC_STR& pSource, int pCount) {
 
 QC_STR QC_STR::SubStr(const QC_CH* pDelimiter, int pStart, int* pEnd) const {
     return Ops::SubStrDelimited(*this, pDelimiter, pStart, pEnd);
+}
+
+// ---- splitting and joining ----
+
+int QC_STR::Split(tArray<QC_STR>& pOut, const QC_CH* pSeparators, bool pSkipEmpty, bool pTrim,
+                  int pMaxCount) const {
+    pOut.Clear();
+    if (pSeparators == nullptr || *pSeparators == 0 || pMaxCount < 1) {
+        return 0;
+    }
+    const QC_CH* data = mBuff->mData;
+    int position = 0;
+    for (;;) {
+        int pieceEnd = position;
+        if (pOut.Count() == pMaxCount - 1) {
+            pieceEnd = mLength;
+        } else {
+            while (pieceEnd < mLength) {
+                const QC_CH c = data[pieceEnd];
+                const QC_CH* s = pSeparators;
+                while (*s != 0 && *s != c) {
+                    ++s;
+                }
+                if (*s != 0) {
+                    break;
+                }
+                ++pieceEnd;
+            }
+        }
+        if (pieceEnd > position || !pSkipEmpty) {
+            QC_STR& piece = pOut.Append(QC_STR(data + position, pieceEnd - position));
+            if (pTrim) {
+                piece.Trim();
+            }
+        }
+        if (pieceEnd >= mLength) {
+            break;
+        }
+        position = pieceEnd + 1;
+    }
+    return pOut.Count();
+}
+
+void QC_STR::Join(const tArray<QC_STR>& pItems, const QC_CH* pSeparator) {
+    Clear();
+    const int separatorLength = TextLength(pSeparator);
+    long long total = 0;
+    for (int i = 0; i < pItems.Count(); ++i) {
+        total += pItems[i].mLength + (i > 0 ? separatorLength : 0);
+    }
+    if (total == 0) {
+        return;
+    }
+    Ops::Reserve(*this, static_cast<int>(total));
+    for (int i = 0; i < pItems.Count(); ++i) {
+        if (i > 0) {
+            Append(pSeparator, separatorLength);
+        }
+        Append(pItems[i]);
+    }
 }
 
 // ---- concatenation ----

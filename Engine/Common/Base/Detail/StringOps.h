@@ -11,6 +11,10 @@
 #include <memory>
 #include <new>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace Quillanor::Common {
 
 // Character functions by character type.
@@ -70,26 +74,12 @@ struct tChr<char> {
     using Unit = unsigned char;
 };
 
-// Case-insensitive comparison of two terminated texts with the C semantics (stops at the
-// first zero), given that both are readable for `n` units (n covers a terminator). Equal
-// 8-byte blocks without a zero are skipped in one step.
+// Case-insensitive comparison of `n` units at most, with the C semantics (stops at the first
+// zero); both texts must be readable for `n` units.
 template <class C>
-int ICmpBounded(const C* a, const C* b, std::size_t n) {
+int ICmpUnits(const C* a, const C* b, std::size_t n) {
     using U = typename tChr<C>::Unit;
-    constexpr std::size_t per = 8 / sizeof(C);
-    constexpr std::uint64_t ones = sizeof(C) == 2 ? 0x0001000100010001ull : 0x0101010101010101ull;
-    constexpr std::uint64_t highs = ones << (sizeof(C) * 8 - 1);
-    std::size_t i = 0;
-    for (; i + per <= n; i += per) {
-        std::uint64_t x;
-        std::uint64_t y;
-        std::memcpy(&x, a + i, 8);
-        std::memcpy(&y, b + i, 8);
-        if (x != y || ((x - ones) & ~x & highs) != 0) {
-            break;
-        }
-    }
-    for (; i < n; ++i) {
+    for (std::size_t i = 0; i < n; ++i) {
         U x = static_cast<U>(a[i]);
         U y = static_cast<U>(b[i]);
         if (x != y) {
@@ -103,7 +93,49 @@ int ICmpBounded(const C* a, const C* b, std::size_t n) {
             return 0;
         }
     }
-    return 0;
+    return 1 << 30; // no decision within n units
+}
+
+// Case-insensitive comparison of two terminated texts with the C semantics, given that both
+// are readable for `n` units (n covers a terminator). Blocks of eight wide units that are
+// equal after folding ASCII letters, and contain no zero, are skipped in one step.
+template <class C>
+int ICmpBounded(const C* a, const C* b, std::size_t n) {
+    std::size_t i = 0;
+#if defined(__SSE2__)
+    if constexpr (sizeof(C) == 2) {
+        // Folding: a lane is a lower-case ASCII letter when (v - 'a') as unsigned is below 26,
+        // tested as a signed compare after biasing by 0x8000.
+        const __m128i bias = _mm_set1_epi16(static_cast<short>(0x8000 - 'a'));
+        const __m128i limit = _mm_set1_epi16(static_cast<short>(-0x8000 + 26));
+        const __m128i caseBit = _mm_set1_epi16(0x20);
+        const __m128i zero = _mm_setzero_si128();
+        const auto fold = [&](__m128i v) {
+            const __m128i letter = _mm_cmplt_epi16(_mm_add_epi16(v, bias), limit);
+            return _mm_sub_epi16(v, _mm_and_si128(letter, caseBit));
+        };
+        // Lanes equal after folding and not zero.
+        const auto good = [&](std::size_t at) {
+            const __m128i x = _mm_loadu_si128(reinterpret_cast<const __m128i*>(a + at));
+            const __m128i y = _mm_loadu_si128(reinterpret_cast<const __m128i*>(b + at));
+            return _mm_andnot_si128(_mm_cmpeq_epi16(x, zero), _mm_cmpeq_epi16(fold(x), fold(y)));
+        };
+        while (i + 16 <= n && _mm_movemask_epi8(_mm_and_si128(good(i), good(i + 8))) == 0xFFFF) {
+            i += 16;
+        }
+        while (i + 8 <= n) {
+            if (_mm_movemask_epi8(good(i)) != 0xFFFF) {
+                const int r = ICmpUnits(a + i, b + i, 8);
+                if (r != (1 << 30)) {
+                    return r;
+                }
+            }
+            i += 8;
+        }
+    }
+#endif
+    const int r = ICmpUnits(a + i, b + i, n - i);
+    return r == (1 << 30) ? 0 : r;
 }
 
 // Ordinal comparison with the C semantics for texts readable for `n` units.
@@ -154,7 +186,9 @@ struct tStrOps {
             cBlockLocker lock(Lock());
             last = --pBuff->mRefCount == 0;
         }
-        if (last) {
+        // The empty buffer holds a permanent reference of its own; the test keeps the
+        // compiler from seeing a path that frees static storage.
+        if (last && pBuff != EmptyBuff()) {
             ::operator delete(pBuff);
         }
     }
@@ -176,7 +210,7 @@ struct tStrOps {
             last = --old->mRefCount == 0;
         }
         s.mBuff = pBuff;
-        if (last) {
+        if (last && old != EmptyBuff()) {
             ::operator delete(old);
         }
     }

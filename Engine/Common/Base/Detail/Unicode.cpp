@@ -46,38 +46,45 @@ bool IsCont(unsigned char c) {
 
 } // namespace
 
-int Utf8ToUtf16(const char* pText, int pLength, char16_t* pOut, int pOutLength) {
+namespace {
+
+// The decoder; `Write` false only counts (pOut is then unused). `Checked` false when the
+// output is known to be large enough (never more units than input bytes).
+template <bool Write, bool Checked>
+int DecodeUtf8(const char* pText, int pLength, char16_t* pOut, int pOutLength) {
     const auto* in = reinterpret_cast<const unsigned char*>(pText);
     const auto* const inEnd = in + pLength;
-    tSink<char16_t> sink{pOut, pOut == nullptr ? nullptr : pOut + pOutLength};
+    char16_t* out = pOut;
+    char16_t* const outEnd = Write ? pOut + pOutLength : nullptr;
+    long long count = 0;
+    const auto room = [&](int n) { return !Write || !Checked || outEnd - out >= n; };
+    const auto put = [&](char16_t c) {
+        if constexpr (Write) {
+            *out++ = c;
+        } else {
+            ++count;
+        }
+    };
     while (in < inEnd) {
         unsigned char b = *in;
         if (b < 0x80) {
 #if defined(__SSE2__)
-            if (pOut != nullptr) {
-                const __m128i zero = _mm_setzero_si128();
-                while (inEnd - in >= 16 && sink.end - sink.out >= 16) {
-                    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(in));
-                    if (_mm_movemask_epi8(bytes) != 0) {
-                        break;
-                    }
-                    _mm_storeu_si128(reinterpret_cast<__m128i*>(sink.out),
+            while (inEnd - in >= 16 && room(16)) {
+                const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(in));
+                if (_mm_movemask_epi8(bytes) != 0) {
+                    break;
+                }
+                if constexpr (Write) {
+                    const __m128i zero = _mm_setzero_si128();
+                    _mm_storeu_si128(reinterpret_cast<__m128i*>(out),
                                      _mm_unpacklo_epi8(bytes, zero));
-                    _mm_storeu_si128(reinterpret_cast<__m128i*>(sink.out + 8),
+                    _mm_storeu_si128(reinterpret_cast<__m128i*>(out + 8),
                                      _mm_unpackhi_epi8(bytes, zero));
-                    sink.out += 16;
-                    sink.count += 16;
-                    in += 16;
+                    out += 16;
+                } else {
+                    count += 16;
                 }
-            } else {
-                while (inEnd - in >= 16) {
-                    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(in));
-                    if (_mm_movemask_epi8(bytes) != 0) {
-                        break;
-                    }
-                    sink.count += 16;
-                    in += 16;
-                }
+                in += 16;
             }
             if (in == inEnd) {
                 break;
@@ -87,14 +94,57 @@ int Utf8ToUtf16(const char* pText, int pLength, char16_t* pOut, int pOutLength) 
                 continue;
             }
 #endif
-            if (!sink.Room(1)) {
+            if (!room(1)) {
                 return -1;
             }
-            sink.Put(b);
+            put(b);
             ++in;
             continue;
         }
-        // Multi-byte sequence: find its length and the valid range of the second byte.
+        // Fast path of the common well-formed two- and three-byte sequences.
+        if (b >= 0xC2 && b <= 0xDF && inEnd - in >= 2 && IsCont(in[1])) {
+            if (!room(1)) {
+                return -1;
+            }
+            put(static_cast<char16_t>(((b & 0x1F) << 6) | (in[1] & 0x3F)));
+            in += 2;
+            continue;
+        }
+        if constexpr (Write && !Checked) {
+            // A run of well-formed three-byte sequences (CJK text) in one tight loop.
+            while (inEnd - in >= 3 && (in[0] & 0xF0) == 0xE0) {
+                const unsigned c1 = in[1];
+                const unsigned c2 = in[2];
+                if (((c1 & 0xC0) ^ 0x80) | ((c2 & 0xC0) ^ 0x80)) {
+                    break;
+                }
+                const unsigned c = ((in[0] & 0x0Fu) << 12) | ((c1 & 0x3Fu) << 6) | (c2 & 0x3Fu);
+                if (c < 0x800 || c - 0xD800 < 0x800) {
+                    break;
+                }
+                *out++ = static_cast<char16_t>(c);
+                in += 3;
+            }
+            if (in == inEnd) {
+                break;
+            }
+            b = *in;
+            if (b < 0x80) {
+                continue;
+            }
+        }
+        if ((b & 0xF0) == 0xE0 && inEnd - in >= 3 && IsCont(in[1]) && IsCont(in[2])) {
+            const char32_t c = ((b & 0x0F) << 12) | ((in[1] & 0x3F) << 6) | (in[2] & 0x3F);
+            if (c >= 0x800 && (c < 0xD800 || c > 0xDFFF)) {
+                if (!room(1)) {
+                    return -1;
+                }
+                put(static_cast<char16_t>(c));
+                in += 3;
+                continue;
+            }
+        }
+        // General case: find the sequence length and the valid range of the second byte.
         int need;
         unsigned char low = 0x80;
         unsigned char high = 0xBF;
@@ -119,10 +169,10 @@ int Utf8ToUtf16(const char* pText, int pLength, char16_t* pOut, int pOutLength) 
                 high = 0x8F;
             }
         } else {
-            if (!sink.Room(1)) {
+            if (!room(1)) {
                 return -1;
             }
-            sink.Put(kReplacement);
+            put(kReplacement);
             ++in;
             continue;
         }
@@ -142,29 +192,39 @@ int Utf8ToUtf16(const char* pText, int pLength, char16_t* pOut, int pOutLength) 
         }
         if (!ok) {
             // The maximal subpart [in, p) becomes one replacement character.
-            if (!sink.Room(1)) {
+            if (!room(1)) {
                 return -1;
             }
-            sink.Put(kReplacement);
+            put(kReplacement);
             in = p;
             continue;
         }
         in = p;
         if (cp >= 0x10000) {
-            if (!sink.Room(2)) {
+            if (!room(2)) {
                 return -1;
             }
             cp -= 0x10000;
-            sink.Put(static_cast<char16_t>(0xD800 + (cp >> 10)));
-            sink.Put(static_cast<char16_t>(0xDC00 + (cp & 0x3FF)));
+            put(static_cast<char16_t>(0xD800 + (cp >> 10)));
+            put(static_cast<char16_t>(0xDC00 + (cp & 0x3FF)));
         } else {
-            if (!sink.Room(1)) {
+            if (!room(1)) {
                 return -1;
             }
-            sink.Put(static_cast<char16_t>(cp));
+            put(static_cast<char16_t>(cp));
         }
     }
-    return static_cast<int>(sink.count);
+    return static_cast<int>(Write ? out - pOut : count);
+}
+
+} // namespace
+
+int Utf8ToUtf16(const char* pText, int pLength, char16_t* pOut, int pOutLength) {
+    if (pOut == nullptr) {
+        return DecodeUtf8<false, false>(pText, pLength, nullptr, 0);
+    }
+    return pOutLength >= pLength ? DecodeUtf8<true, false>(pText, pLength, pOut, pOutLength)
+                                 : DecodeUtf8<true, true>(pText, pLength, pOut, pOutLength);
 }
 
 int Utf16ToUtf8(const char16_t* pText, int pLength, char* pOut, int pOutLength) {
