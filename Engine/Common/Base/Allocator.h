@@ -58,7 +58,7 @@ private:
     sAllocItemHdr* mFreeList = nullptr;
 };
 
-class cAllocatorManager;
+class QC_API cAllocatorManager;
 extern template class QC_INSTANCE_API tSingletonBase<cAllocatorManager>;
 extern template class QC_INSTANCE_API tSingleton<cAllocatorManager>;
 

@@ -20,7 +20,8 @@
 // (singleton instance pointers). ELF unifies such instantiations when they are visible; on
 // Windows the library exports explicit instantiations for its own types instead.
 // QC_INSTANCE_API marks the explicit instantiation declarations in the header
-// (`extern template class QC_INSTANCE_API tSingleton<cFoo>;`, before cFoo derives from it);
+// (`extern template class QC_INSTANCE_API tSingleton<cFoo>;`, before cFoo derives from it,
+// after a `class QC_API cFoo;` forward declaration: a hidden cFoo would hide the instantiation);
 // the definitions in the .cpp (`template class tSingleton<cFoo>;`) carry no attribute, which
 // GCC would ignore there with an error on Windows.
 #if defined(_WIN32) || defined(QC_STATIC)

@@ -25,7 +25,7 @@ struct sEnumInfo {
     tDictionary<cString, sEnumElement, 255, cAllocator> mElements;
 };
 
-class cEnumManager;
+class QC_API cEnumManager;
 extern template class QC_INSTANCE_API tSingletonBase<cEnumManager>;
 extern template class QC_INSTANCE_API tSingleton<cEnumManager>;
 

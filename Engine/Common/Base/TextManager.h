@@ -13,7 +13,7 @@
 
 namespace Quillanor::Common {
 
-class cTextManager;
+class QC_API cTextManager;
 extern template class QC_INSTANCE_API tSingletonBase<cTextManager>;
 extern template class QC_INSTANCE_API tSingleton<cTextManager>;
 
