@@ -28,3 +28,8 @@ QC_NATIVE_PACKAGES=(cmake ninja-build g++ pkg-config googletest libgtest-dev lib
 
 # What the libFuzzer targets need (scripts/fuzz.sh).
 QC_FUZZ_PACKAGES=(clang libclang-rt-14-dev)
+
+# What the Windows cross build (preset "windows") and its test run under Wine need: the
+# mingw-w64 compiler with the posix thread model, the GoogleTest sources built for Windows,
+# and the 64-bit Wine loader.
+QC_WINDOWS_PACKAGES=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest wine wine64)

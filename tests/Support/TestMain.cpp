@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
+    QcTest::InitTestProcess();
     int exitCode = 0;
     if (QcTest::DispatchChild(argc, argv, exitCode)) {
         return exitCode;

@@ -248,6 +248,12 @@ void cDebug::SetThreadHook(ThreadHook hook) {
 
 namespace Detail {
 
+struct sHardAssert {
+    static bool DebuggerAttached() { return cDebug::IsDebuggerAttachedImpl(); }
+    static void Break() { cDebug::BreakImpl(); }
+    [[noreturn]] static void Abort() { cDebug::AbortImpl(); }
+};
+
 void HardAssertFailed(const char16_t* expression, const char16_t* file, unsigned int line) {
     std::string text = "Hard assertion failed: ";
     text += Utf16ToUtf8(expression);
@@ -256,11 +262,11 @@ void HardAssertFailed(const char16_t* expression, const char16_t* file, unsigned
     text += "\nLine: " + std::to_string(line) + "\n";
     std::fwrite(text.data(), 1, text.size(), stderr);
     std::fflush(stderr);
-    if (cDebug::IsDebuggerAttachedImpl()) {
-        cDebug::BreakImpl();
+    if (sHardAssert::DebuggerAttached()) {
+        sHardAssert::Break();
         return;
     }
-    cDebug::AbortImpl();
+    sHardAssert::Abort();
 }
 
 } // namespace Detail

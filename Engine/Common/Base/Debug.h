@@ -20,6 +20,10 @@ namespace Quillanor::Common {
 
 class cEvent;
 
+namespace Detail {
+struct sHardAssert;
+} // namespace Detail
+
 class QC_API cDebug {
 public:
     // Whether a fatal message offers to create a dump (and so may hand over to the observer).
@@ -63,7 +67,9 @@ public:
     static void SetThreadHook(ThreadHook hook);
 
 private:
-    friend void Detail::HardAssertFailed(const char16_t*, const char16_t*, unsigned int);
+    // Gives Detail::HardAssertFailed the platform half. (A friend function would redeclare
+    // that exported function without its DLL attribute on Windows.)
+    friend struct Detail::sHardAssert;
 
     // Shows `text` (a buffer of `capacity` characters that the routine appends to in place),
     // then returns (not fatal) or ends the process (fatal).

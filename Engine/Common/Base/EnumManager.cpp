@@ -2,8 +2,8 @@
 
 namespace Quillanor::Common {
 
-template class QC_INSTANCE_API tSingletonBase<cEnumManager>;
-template class QC_INSTANCE_API tSingleton<cEnumManager>;
+template class tSingletonBase<cEnumManager>;
+template class tSingleton<cEnumManager>;
 
 cEnumManager::cEnumManager() = default;
 

@@ -2,8 +2,8 @@
 
 namespace Quillanor::Common {
 
-template class QC_INSTANCE_API tSingletonBase<cTextManager>;
-template class QC_INSTANCE_API tSingleton<cTextManager>;
+template class tSingletonBase<cTextManager>;
+template class tSingleton<cTextManager>;
 
 bool cTextManager::sExists = false;
 

@@ -8,6 +8,17 @@
 #include <chrono>
 
 namespace Quillanor::Common {
+namespace {
+
+// Users of the DLL import the class constants when they take their address or bind them to
+// a reference (EXPECT_EQ, std::max...). GCC emits inline static data only in a module that
+// uses it, so the DLL uses them here to emit and export them.
+[[gnu::used]] const void* const kExportedConstants[] = {
+    &cMath::Pi,  &cMath::HalfPi,  &cMath::TwoPi,  &cMath::Epsilon,
+    &cMath::DPi, &cMath::DHalfPi, &cMath::DTwoPi, &cMath::DEpsilon,
+};
+
+} // namespace
 
 std::uint32_t cMath::SystemRandomImpl() {
     std::uint32_t value = 0;
