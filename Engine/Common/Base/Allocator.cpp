@@ -156,7 +156,7 @@ int cPoolableObject::Release() {
     const int count = cReferencedObject::Release();
     // At 0 the object is gone; at 1 only the pool's reference is left.
     if (count == 1 && pool != nullptr && mObtained) {
-        pool->ReturnObject(this);
+        pool->ReturnObjectLocked(this);
     }
     lock.Leave();
     return count;
@@ -210,6 +210,10 @@ cPoolableObject* cObjectPoolBase::ObtainObject() {
 
 void cObjectPoolBase::ReturnObject(cPoolableObject* pObject) {
     cBlockLocker lock(this);
+    ReturnObjectLocked(pObject);
+}
+
+void cObjectPoolBase::ReturnObjectLocked(cPoolableObject* pObject) {
     // clang-format off
     QC_ASSERT(pObject->mPool == this);
     QC_ASSERT(pObject->mObtained);

@@ -140,12 +140,15 @@ protected:
     virtual cPoolableObject* CreateObject() = 0;
 
 private:
+    friend class cPoolableObject;
     using sNode = cPoolableObject::sPoolNode;
     struct sList {
         sNode* Head = nullptr;
         sNode* Tail = nullptr;
         int Count = 0;
     };
+    // ReturnObject for a caller that holds the pool's lock.
+    void ReturnObjectLocked(cPoolableObject* pObject);
     static void Append(sList& list, sNode* node);
     static void Unlink(sList& list, sNode* node);
 
