@@ -1,3 +1,5 @@
+// The Windows half of cDebug: the unhandled-exception filter and the dump dialog hand the
+// process to the observer; AssertHR shows the system's text for the result code.
 #include "Engine/Common/Base/Debug.h"
 
 #include "Engine/Common/Multithreading/Event.h"
@@ -23,15 +25,52 @@ cEvent OpenObserverEvent(const std::string& prefix, int index) {
     return cEvent(false, false, Wide(prefix + suffix).c_str());
 }
 
+// Standard error into a pipe, as under a test harness: the text goes there and no box is
+// shown, whatever the child inherited.
+void RedirectStandardError() {
+    HANDLE read = nullptr;
+    HANDLE write = nullptr;
+    if (CreatePipe(&read, &write, nullptr, 1 << 16)) {
+        SetStdHandle(STD_ERROR_HANDLE, write);
+    }
+}
+
+// The system's text for `code` up to its first line break, in a regular expression.
+std::string SystemTextPattern(DWORD code) {
+    wchar_t text[1000];
+    const DWORD n =
+        FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code,
+                       MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT), text, 1000, nullptr);
+    std::string pattern;
+    for (DWORD i = 0; i < n && text[i] != L'\r' && text[i] != L'\n'; ++i) {
+        if (text[i] > 0x7F) {
+            pattern += '.'; // any one byte of a longer character suffices here
+            continue;
+        }
+        const char c = static_cast<char>(text[i]);
+        if (std::string("\\^$.|?*+()[]{}").find(c) != std::string::npos) {
+            pattern += '\\';
+        }
+        pattern += c;
+    }
+    return pattern;
+}
+
 } // namespace
 
 QC_CHILD_MAIN(ObserverAccessViolation) {
     cDebug::SetupObserver(Wide(args.at(0)).c_str());
-    RaiseException(EXCEPTION_ACCESS_VIOLATION, 0, 0, nullptr);
-    return 3; // not reached: the exception filter sleeps
+    *static_cast<volatile int*>(nullptr) = 1;
+    return 3; // not reached: the filter sleeps
 }
 
-TEST(DebugObserver, UnhandledExceptionSignalsEventOneAndTheProcessWaits) {
+QC_CHILD_MAIN(ObserverAssertWin32) {
+    RedirectStandardError();
+    cDebug::SetupObserver(Wide(args.at(0)).c_str());
+    cDebug::Assert(u"false", u"Child.cpp", 1, nullptr);
+}
+
+TEST(DebugObserverWin32, UnhandledExceptionSignalsEventOneAndTheProcessWaits) {
     const std::string prefix = QcTest::UniqueName("observer");
     cEvent noPrompt = OpenObserverEvent(prefix, 0);
     cEvent prompt = OpenObserverEvent(prefix, 1);
@@ -43,11 +82,24 @@ TEST(DebugObserver, UnhandledExceptionSignalsEventOneAndTheProcessWaits) {
     child.Kill();
 }
 
-TEST(DebugDeathTest, AssertHRShowsTheSystemTextOfAFailure) {
-    // E_FAIL: "Unspecified error" in the system table (followed by its line break).
-    EXPECT_EXIT(
-        cDebug::AssertHR(static_cast<long>(0x80004005L), u"Open(pPath)", u"C:\\x\\File.cpp", 99),
-        testing::ExitedWithCode(0),
-        "^Fatal failure\\.\n\nFile: File\\.cpp\nLine: 99\n\nExpression: Open\\(pPath\\)\n\n\n"
-        "0x80004005: [^\n]+");
+TEST(DebugObserverWin32, FatalAssertionWithoutAnyoneAtTheBoxAsksForADumpWithoutPrompt) {
+    const std::string prefix = QcTest::UniqueName("observer");
+    cEvent noPrompt = OpenObserverEvent(prefix, 0);
+    cEvent prompt = OpenObserverEvent(prefix, 1);
+    QcTest::cChildProcess child("ObserverAssertWin32", {prefix});
+    ASSERT_TRUE(child.Started());
+    EXPECT_TRUE(noPrompt.WaitFor(20000));
+    EXPECT_FALSE(prompt.Peek());
+    EXPECT_EQ(child.Wait(300), -1);
+    child.Kill();
+}
+
+TEST(DebugWin32DeathTest, AssertHRShowsTheSystemTextOfAFailure) {
+    const long accessDenied = static_cast<long>(0x80070005); // HRESULT of ERROR_ACCESS_DENIED
+    const std::string text = SystemTextPattern(0x80070005);
+    EXPECT_EXIT(cDebug::AssertHR(accessDenied, u"Open(pPath)", u"C:\\x\\y\\File.cpp", 99),
+                testing::ExitedWithCode(0),
+                "^Fatal failure\\.\n\nFile: File\\.cpp\nLine: 99\n\nExpression: "
+                "Open\\(pPath\\)\n\n\n0x80070005: " +
+                    text);
 }

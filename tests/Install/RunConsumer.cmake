@@ -1,5 +1,6 @@
 # Installs the built library into a scratch prefix, then builds and runs a small program
-# against it twice: through find_package(QuillanorCommon CONFIG) and through pkg-config.
+# against it twice: through find_package(QuillanorCommon CONFIG) and through pkg-config (for a
+# cross build, once through find_package, run by the emulator).
 set(prefix ${QC_WORK_DIR}/prefix)
 file(REMOVE_RECURSE ${QC_WORK_DIR})
 
@@ -17,6 +18,19 @@ if(QC_SANITIZE)
 endif()
 
 run(${CMAKE_COMMAND} --install ${QC_BUILD_DIR} --prefix ${prefix})
+
+# A cross build (QC_TOOLCHAIN, QC_EMULATOR): the consumer is built with the same toolchain and
+# runs through the emulator with the installed DLL beside it; pkg-config is a host matter.
+if(QC_TOOLCHAIN)
+    run(${CMAKE_COMMAND} -S ${QC_CONSUMER_DIR} -B ${QC_WORK_DIR}/cross-build -G Ninja
+        -DCMAKE_TOOLCHAIN_FILE=${QC_TOOLCHAIN}
+        -DQuillanorCommon_DIR=${prefix}/lib/cmake/QuillanorCommon)
+    run(${CMAKE_COMMAND} --build ${QC_WORK_DIR}/cross-build)
+    file(GLOB dlls ${prefix}/bin/*.dll)
+    file(COPY ${dlls} DESTINATION ${QC_WORK_DIR}/cross-build)
+    run(${QC_EMULATOR} ${QC_WORK_DIR}/cross-build/consumer.exe)
+    return()
+endif()
 
 # 1. CMake package.
 run(${CMAKE_COMMAND} -S ${QC_CONSUMER_DIR} -B ${QC_WORK_DIR}/cmake-build
