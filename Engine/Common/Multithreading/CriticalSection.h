@@ -34,10 +34,25 @@ public:
     void LeaveRecursive() const;
 
 private:
-    // The platform's lock record (a futex word with owner and count on POSIX, a
-    // CRITICAL_SECTION on Windows); only the platform file knows its layout.
+    struct sFastRecord;
+    // Out-of-line halves of the inline fast paths of the futex backend.
+    void EnterContended() const;
+    void WakeWaiter() const;
+    [[noreturn]] void LeaveByNonOwner() const;
+
+    // The platform's lock record: a futex word with owner and count on POSIX (layout in
+    // CriticalSectionInline.h), a CRITICAL_SECTION on Windows.
     alignas(8) mutable unsigned char mRecord[40];
 };
+
+} // namespace Quillanor::Common
+
+#if !defined(_WIN32)
+// Uncontended Enter/Leave inline on the futex backend; Windows calls its CRITICAL_SECTION.
+#include "Engine/Common/Multithreading/CriticalSectionInline.h"
+#endif
+
+namespace Quillanor::Common {
 
 // Base class that gives an object its own recursive lock. Destroying an object while the
 // destroying thread still holds its lock (any number of times) is allowed and releases it.
