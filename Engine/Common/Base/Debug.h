@@ -34,7 +34,7 @@ public:
     [[noreturn]] static void Assert(const char16_t* expression, const char16_t* file,
                                     unsigned int line, const char16_t* message);
     // Fatal when `hr` is negative (a failed result code), with the system's text for it;
-    // a non-negative `hr` does nothing.
+    // a non-negative `hr` does nothing. On POSIX a failed result is -errno.
     static void AssertHR(long hr, const char16_t* expression, const char16_t* file,
                          unsigned int line);
     // Fatal, with a free text.

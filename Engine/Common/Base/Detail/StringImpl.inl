@@ -359,14 +359,19 @@ int QC_STR::Compare(const QC_STR& pText) const {
     if (mBuff == pText.mBuff) {
         return 0;
     }
-    // Identical texts (the usual case of equal keys) are recognised at memcmp speed.
-    if (mLength == pText.mLength &&
-        std::memcmp(mBuff->mData, pText.mBuff->mData,
-                    sizeof(QC_CH) * static_cast<std::size_t>(mLength)) == 0) {
-        return 0;
+    // Identical texts (the usual case of equal keys) are recognised at memcmp speed; the wide
+    // kernel does that on its own.
+    if constexpr (sizeof(QC_CH) == 1) {
+        if (mLength == pText.mLength &&
+            std::memcmp(mBuff->mData, pText.mBuff->mData, static_cast<std::size_t>(mLength)) == 0) {
+            return 0;
+        }
     }
+    // Texts of one length end together, so their terminators need no comparing; otherwise the
+    // shorter one's terminator takes part.
     const int shorter = mLength < pText.mLength ? mLength : pText.mLength;
-    return ICmpBounded(mBuff->mData, pText.mBuff->mData, static_cast<std::size_t>(shorter) + 1);
+    const int units = mLength == pText.mLength ? shorter : shorter + 1;
+    return ICmpBounded(mBuff->mData, pText.mBuff->mData, static_cast<std::size_t>(units));
 }
 
 bool QC_STR::Equals(const QC_CH* pText) const {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Engine/Common/Base/Char16.h"
+#include "Engine/Common/Base/Detail/TextSimd.h"
 #include "Engine/Common/Base/String.h"
 #include "Engine/Common/Multithreading/CriticalSection.h"
 
@@ -10,10 +11,6 @@
 #include <cstring>
 #include <memory>
 #include <new>
-
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
 
 namespace Quillanor::Common {
 
@@ -96,46 +93,41 @@ int ICmpUnits(const C* a, const C* b, std::size_t n) {
     return 1 << 30; // no decision within n units
 }
 
+// ICmpBounded of wide texts from `m`, the first unit that differs other than by ASCII case.
+[[gnu::noinline]] inline int ICmpFromMismatch(const char16_t* a, const char16_t* b, std::size_t n,
+                                              std::size_t m) {
+    std::size_t i = 0;
+    for (;;) {
+        // A zero before the difference ends both texts there.
+        if (m == n || Detail::HasZeroUnit(a + i, m - i)) {
+            return 0;
+        }
+        const char16_t x = ToUpper(a[m]);
+        const char16_t y = ToUpper(b[m]);
+        if (x != y) {
+            return static_cast<int>(x) - static_cast<int>(y);
+        }
+        if (x == 0) {
+            return 0;
+        }
+        i = m + 1;
+        m = i + Detail::AsciiFoldMismatch(a + i, b + i, n - i);
+    }
+}
+
 // Case-insensitive comparison of two terminated texts with the C semantics, given that both
-// are readable for `n` units (n covers a terminator). Blocks of eight wide units that are
-// equal after folding ASCII letters, and contain no zero, are skipped in one step.
+// are readable for `n` units. Wide texts are scanned by the vector kernel for the first unit
+// that differs other than by ASCII case; only there (and only if no zero ended the texts
+// before it) the full case rule decides.
 template <class C>
 int ICmpBounded(const C* a, const C* b, std::size_t n) {
-    std::size_t i = 0;
-#if defined(__SSE2__)
     if constexpr (sizeof(C) == 2) {
-        // Folding: a lane is a lower-case ASCII letter when (v - 'a') as unsigned is below 26,
-        // tested as a signed compare after biasing by 0x8000.
-        const __m128i bias = _mm_set1_epi16(static_cast<short>(0x8000 - 'a'));
-        const __m128i limit = _mm_set1_epi16(static_cast<short>(-0x8000 + 26));
-        const __m128i caseBit = _mm_set1_epi16(0x20);
-        const __m128i zero = _mm_setzero_si128();
-        const auto fold = [&](__m128i v) {
-            const __m128i letter = _mm_cmplt_epi16(_mm_add_epi16(v, bias), limit);
-            return _mm_sub_epi16(v, _mm_and_si128(letter, caseBit));
-        };
-        // Lanes equal after folding and not zero.
-        const auto good = [&](std::size_t at) {
-            const __m128i x = _mm_loadu_si128(reinterpret_cast<const __m128i*>(a + at));
-            const __m128i y = _mm_loadu_si128(reinterpret_cast<const __m128i*>(b + at));
-            return _mm_andnot_si128(_mm_cmpeq_epi16(x, zero), _mm_cmpeq_epi16(fold(x), fold(y)));
-        };
-        while (i + 16 <= n && _mm_movemask_epi8(_mm_and_si128(good(i), good(i + 8))) == 0xFFFF) {
-            i += 16;
-        }
-        while (i + 8 <= n) {
-            if (_mm_movemask_epi8(good(i)) != 0xFFFF) {
-                const int r = ICmpUnits(a + i, b + i, 8);
-                if (r != (1 << 30)) {
-                    return r;
-                }
-            }
-            i += 8;
-        }
+        const std::size_t m = Detail::AsciiFoldMismatch(a, b, n);
+        return m == n ? 0 : ICmpFromMismatch(a, b, n, m);
+    } else {
+        const int r = ICmpUnits(a, b, n);
+        return r == (1 << 30) ? 0 : r;
     }
-#endif
-    const int r = ICmpUnits(a + i, b + i, n - i);
-    return r == (1 << 30) ? 0 : r;
 }
 
 // Ordinal comparison with the C semantics for texts readable for `n` units.

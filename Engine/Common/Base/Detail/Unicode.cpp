@@ -1,6 +1,8 @@
 // UTF-8 and UTF-16LE codecs with ASCII fast paths.
 #include "Engine/Common/Base/Detail/Unicode.h"
 
+#include "Engine/Common/Base/Detail/TextSimd.h"
+
 #include <cstdint>
 #include <cstring>
 
@@ -111,8 +113,18 @@ int DecodeUtf8(const char* pText, int pLength, char16_t* pOut, int pOutLength) {
             continue;
         }
         if constexpr (Write && !Checked) {
-            // A run of well-formed three-byte sequences (CJK text) in one tight loop.
+            // A run of well-formed three-byte sequences (CJK text): the vector kernel takes
+            // the bulk, this loop whatever it leaves.
             while (inEnd - in >= 3 && (in[0] & 0xF0) == 0xE0) {
+                if (inEnd - in >= 16) {
+                    const std::size_t units =
+                        DecodeThreeByteRun(in, static_cast<std::size_t>(inEnd - in), out);
+                    in += 3 * units;
+                    out += units;
+                    if (inEnd - in < 3 || (in[0] & 0xF0) != 0xE0) {
+                        break;
+                    }
+                }
                 const unsigned c1 = in[1];
                 const unsigned c2 = in[2];
                 if (((c1 & 0xC0) ^ 0x80) | ((c2 & 0xC0) ^ 0x80)) {
