@@ -71,8 +71,9 @@ class QC_TEMPLATE_API tSingletonBase : public cSingleton {
 public:
     // Destroys the instance, if any, and removes it from the registry.
     static void Done();
-    // Takes no lock.
-    static bool HasInstance() { return sInstance.load(std::memory_order_acquire) != nullptr; }
+    // Takes no lock. (Defined below, not in the class: an in-class definition is inline and
+    // would be missing from the DLL's exported instantiations on Windows.)
+    static bool HasInstance();
 
 protected:
     tSingletonBase() = default;
@@ -100,6 +101,11 @@ class QC_TEMPLATE_API tManualSingleton : public tSingletonBase<T> {
 public:
     static T* Instance();
 };
+
+template <class T>
+bool tSingletonBase<T>::HasInstance() {
+    return sInstance.load(std::memory_order_acquire) != nullptr;
+}
 
 template <class T>
 T* tSingletonBase<T>::CreateInstance() {
