@@ -1,5 +1,8 @@
 #include "Engine/Common/Base/Detail/Utf.h"
 
+#include "Engine/Common/Base/Char16.h"
+#include "Engine/Common/Base/Detail/Unicode.h"
+
 namespace Quillanor::Common::Detail {
 
 std::string Utf16ToUtf8(const char16_t* text) {
@@ -7,29 +10,11 @@ std::string Utf16ToUtf8(const char16_t* text) {
     if (text == nullptr) {
         return out;
     }
-    for (; *text != 0; ++text) {
-        char32_t c = *text;
-        if (c >= 0xD800 && c <= 0xDBFF && text[1] >= 0xDC00 && text[1] <= 0xDFFF) {
-            c = 0x10000 + ((c - 0xD800) << 10) + (text[1] - 0xDC00);
-            ++text;
-        } else if (c >= 0xD800 && c <= 0xDFFF) {
-            c = 0xFFFD;
-        }
-        if (c < 0x80) {
-            out += static_cast<char>(c);
-        } else if (c < 0x800) {
-            out += static_cast<char>(0xC0 | (c >> 6));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else if (c < 0x10000) {
-            out += static_cast<char>(0xE0 | (c >> 12));
-            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else {
-            out += static_cast<char>(0xF0 | (c >> 18));
-            out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        }
+    const int length = static_cast<int>(StrLen(text));
+    const int size = Utf16ToUtf8(text, length, nullptr, 0);
+    if (size > 0) {
+        out.resize(static_cast<std::size_t>(size));
+        Utf16ToUtf8(text, length, out.data(), size);
     }
     return out;
 }
