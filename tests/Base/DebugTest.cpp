@@ -3,6 +3,9 @@
 #include "Engine/Common/Base/Assert.h"
 #include "Engine/Common/Base/SystemInfo.h"
 #include "Engine/Common/Base/Utils.h"
+#include "Engine/Common/Multithreading/Event.h"
+
+#include "ChildProcess.h"
 
 #include <gtest/gtest.h>
 
@@ -52,6 +55,26 @@ const char16_t* NamedThread(bool suspend) {
 const char16_t* UnmanagedThread(bool suspend) {
     gHookCalls.push_back(suspend ? "suspend" : "resume");
     return nullptr;
+}
+
+cEvent OpenObserverEvent(const std::string& prefix, int index) {
+    const char* suffix = index == 0 ? "_CreateDumpWithoutPromptingUserTerminateQuillanor"
+                                    : "_PromptUserToCreateDumpTerminateQuillanor";
+    const std::string name = prefix + suffix;
+    return cEvent(false, false, std::u16string(name.begin(), name.end()).c_str());
+}
+
+// Runs the child `name` with fresh observer events: it must signal event `signalled` only and
+// then sleep until the observer ends it.
+void ExpectHandOverToObserver(const char* name, int signalled) {
+    const std::string prefix = QcTest::UniqueName("observer");
+    cEvent events[2] = {OpenObserverEvent(prefix, 0), OpenObserverEvent(prefix, 1)};
+    QcTest::cChildProcess child(name, {prefix});
+    ASSERT_TRUE(child.Started());
+    EXPECT_TRUE(events[signalled].WaitFor(20000));
+    EXPECT_FALSE(events[1 - signalled].Peek());
+    EXPECT_EQ(child.Wait(300), -1) << "the child sleeps until the observer ends it";
+    child.Kill();
 }
 
 } // namespace
@@ -139,6 +162,16 @@ TEST(Debug, HooksLogAndSuspendAroundTheMessage) {
     EXPECT_EQ(gHookCalls,
               (std::vector<std::string>{"suspend", "log:Frame dropped\n\nThread: Worker", "resume",
                                         "suspend", "log:Frame dropped\n\nThread: Sys", "resume"}));
+}
+
+// The children ObserverCrash and ObserverAssert live in the platform test files: how a process
+// crashes, and how its standard error is kept off a dialog, differ by platform.
+TEST(DebugObserver, CrashSignalsEventOneAndTheProcessWaits) {
+    ExpectHandOverToObserver("ObserverCrash", 1);
+}
+
+TEST(DebugObserver, FatalAssertionWithTheDialogAsksForADumpWithoutPrompt) {
+    ExpectHandOverToObserver("ObserverAssert", 0);
 }
 
 TEST(SystemInfo, ApplicationTitleIsNotAvailableUntilSet) {

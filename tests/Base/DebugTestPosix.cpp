@@ -1,7 +1,5 @@
 #include "Engine/Common/Base/Debug.h"
 
-#include "Engine/Common/Multithreading/Event.h"
-
 #include "ChildProcess.h"
 
 #include <gtest/gtest.h>
@@ -18,12 +16,6 @@ std::u16string Wide(const std::string& text) {
     return std::u16string(text.begin(), text.end());
 }
 
-cEvent OpenObserverEvent(const std::string& prefix, int index) {
-    const char* suffix = index == 0 ? "_CreateDumpWithoutPromptingUserTerminateQuillanor"
-                                    : "_PromptUserToCreateDumpTerminateQuillanor";
-    return cEvent(false, false, Wide(prefix + suffix).c_str());
-}
-
 } // namespace
 
 QC_CHILD_MAIN(ObserverCrash) {
@@ -35,30 +27,6 @@ QC_CHILD_MAIN(ObserverCrash) {
 QC_CHILD_MAIN(ObserverAssert) {
     cDebug::SetupObserver(Wide(args.at(0)).c_str());
     cDebug::Assert(u"false", u"Child.cpp", 1, nullptr);
-}
-
-TEST(DebugObserver, CrashSignalsEventOneAndTheProcessWaits) {
-    const std::string prefix = QcTest::UniqueName("observer");
-    cEvent noPrompt = OpenObserverEvent(prefix, 0);
-    cEvent prompt = OpenObserverEvent(prefix, 1);
-    QcTest::cChildProcess child("ObserverCrash", {prefix});
-    ASSERT_TRUE(child.Started());
-    EXPECT_TRUE(prompt.WaitFor(20000));
-    EXPECT_FALSE(noPrompt.Peek());
-    EXPECT_EQ(child.Wait(300), -1) << "the child sleeps until the observer ends it";
-    child.Kill();
-}
-
-TEST(DebugObserver, FatalAssertionWithTheDialogAsksForADumpWithoutPrompt) {
-    const std::string prefix = QcTest::UniqueName("observer");
-    cEvent noPrompt = OpenObserverEvent(prefix, 0);
-    cEvent prompt = OpenObserverEvent(prefix, 1);
-    QcTest::cChildProcess child("ObserverAssert", {prefix});
-    ASSERT_TRUE(child.Started());
-    EXPECT_TRUE(noPrompt.WaitFor(20000));
-    EXPECT_FALSE(prompt.Peek());
-    EXPECT_EQ(child.Wait(300), -1);
-    child.Kill();
 }
 
 TEST(DebugDeathTest, AssertHRShowsTheSystemTextOfAFailure) {

@@ -2,8 +2,6 @@
 // process to the observer; AssertHR shows the system's text for the result code.
 #include "Engine/Common/Base/Debug.h"
 
-#include "Engine/Common/Multithreading/Event.h"
-
 #include "ChildProcess.h"
 
 #include <gtest/gtest.h>
@@ -17,12 +15,6 @@ namespace {
 
 std::u16string Wide(const std::string& text) {
     return std::u16string(text.begin(), text.end());
-}
-
-cEvent OpenObserverEvent(const std::string& prefix, int index) {
-    const char* suffix = index == 0 ? "_CreateDumpWithoutPromptingUserTerminateQuillanor"
-                                    : "_PromptUserToCreateDumpTerminateQuillanor";
-    return cEvent(false, false, Wide(prefix + suffix).c_str());
 }
 
 // Standard error into a pipe, as under a test harness: the text goes there and no box is
@@ -58,40 +50,16 @@ std::string SystemTextPattern(DWORD code) {
 
 } // namespace
 
-QC_CHILD_MAIN(ObserverAccessViolation) {
+QC_CHILD_MAIN(ObserverCrash) {
     cDebug::SetupObserver(Wide(args.at(0)).c_str());
     *static_cast<volatile int*>(nullptr) = 1;
     return 3; // not reached: the filter sleeps
 }
 
-QC_CHILD_MAIN(ObserverAssertWin32) {
+QC_CHILD_MAIN(ObserverAssert) {
     RedirectStandardError();
     cDebug::SetupObserver(Wide(args.at(0)).c_str());
     cDebug::Assert(u"false", u"Child.cpp", 1, nullptr);
-}
-
-TEST(DebugObserverWin32, UnhandledExceptionSignalsEventOneAndTheProcessWaits) {
-    const std::string prefix = QcTest::UniqueName("observer");
-    cEvent noPrompt = OpenObserverEvent(prefix, 0);
-    cEvent prompt = OpenObserverEvent(prefix, 1);
-    QcTest::cChildProcess child("ObserverAccessViolation", {prefix});
-    ASSERT_TRUE(child.Started());
-    EXPECT_TRUE(prompt.WaitFor(20000));
-    EXPECT_FALSE(noPrompt.Peek());
-    EXPECT_EQ(child.Wait(300), -1) << "the child sleeps until the observer ends it";
-    child.Kill();
-}
-
-TEST(DebugObserverWin32, FatalAssertionWithoutAnyoneAtTheBoxAsksForADumpWithoutPrompt) {
-    const std::string prefix = QcTest::UniqueName("observer");
-    cEvent noPrompt = OpenObserverEvent(prefix, 0);
-    cEvent prompt = OpenObserverEvent(prefix, 1);
-    QcTest::cChildProcess child("ObserverAssertWin32", {prefix});
-    ASSERT_TRUE(child.Started());
-    EXPECT_TRUE(noPrompt.WaitFor(20000));
-    EXPECT_FALSE(prompt.Peek());
-    EXPECT_EQ(child.Wait(300), -1);
-    child.Kill();
 }
 
 TEST(DebugWin32DeathTest, AssertHRShowsTheSystemTextOfAFailure) {
