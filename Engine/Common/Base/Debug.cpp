@@ -4,6 +4,7 @@
 #include "Engine/Common/Base/Detail/Utf.h"
 #include "Engine/Common/Base/String.h"
 #include "Engine/Common/Base/SystemInfo.h"
+#include "Engine/Common/Base/Utils.h"
 #include "Engine/Common/Multithreading/CriticalSection.h"
 #include "Engine/Common/Multithreading/Event.h"
 
@@ -187,7 +188,7 @@ void cDebug::DisplayMessage(char16_t* buffer, int capacity, bool fatal) {
         }
         if (sAssertDialogEnabled) {
             text.Add(kFatalTail);
-            WriteErrorImpl(buffer);
+            WriteError(buffer);
             if (ShowMessageImpl(buffer, hasCaption ? caption.Text() : nullptr, true)) {
                 if (cEvent* event = sObserverEvents[0].load(std::memory_order_acquire)) {
                     event->Set();
@@ -195,13 +196,13 @@ void cDebug::DisplayMessage(char16_t* buffer, int capacity, bool fatal) {
                 SleepForever();
             }
         } else {
-            WriteErrorImpl(buffer);
+            WriteError(buffer);
         }
         TerminateApp(0);
     }
 
     text.Add(kNonFatalTail);
-    WriteErrorImpl(buffer);
+    WriteError(buffer);
     ShowMessageImpl(buffer, hasCaption ? caption.Text() : nullptr, false);
     if (threads != nullptr) {
         threads(false);
@@ -230,6 +231,18 @@ void cDebug::NotifyObserver(bool prompt) {
 void cDebug::TerminateApp(int exitCode) {
     TerminateImpl(exitCode);
     SleepForever();
+}
+
+void cDebug::WriteError(const char16_t* text) {
+    // UTF-8 takes at most three bytes per UTF-16 unit.
+    char utf8[3 * 4096 + 4];
+    const int maxUnits = static_cast<int>(sizeof(utf8) / 3) - 1;
+    const int length = Length(text);
+    const int n = cUtils::ToMultibyte(65001, text, length < maxUnits ? length : maxUnits, utf8,
+                                      static_cast<int>(sizeof(utf8)));
+    if (n > 0) {
+        WriteErrorImpl(utf8, static_cast<std::size_t>(n));
+    }
 }
 
 void cDebug::SleepForever() {

@@ -15,6 +15,7 @@
 #include "Engine/Common/Base/Assert.h"
 
 #include <atomic>
+#include <cstddef>
 
 namespace Quillanor::Common {
 
@@ -75,6 +76,8 @@ private:
     // then returns (not fatal) or ends the process (fatal).
     static void DisplayMessage(char16_t* text, int capacity, bool fatal);
     [[noreturn]] static void SleepForever();
+    // Writes `text` to the standard error stream in UTF-8 (at most 4096 UTF-16 units of it).
+    static void WriteError(const char16_t* text);
 
     // ---- platform half ----
     // True while a debugger is attached to the process.
@@ -86,8 +89,8 @@ private:
     // Exits with `exitCode` at once, skipping destructors and atexit handlers.
     [[noreturn]] static void TerminateImpl(int exitCode);
     static void SleepImpl(unsigned int milliseconds);
-    // Writes `text` to the standard error stream.
-    static void WriteErrorImpl(const char16_t* text);
+    // Writes `size` bytes of UTF-8 to the standard error stream.
+    static void WriteErrorImpl(const char* utf8, std::size_t size);
     // Shows the message box with the error icon; `yesNo` asks Yes/No (returns true on Yes),
     // otherwise OK. `caption` may be null. POSIX has no box (the text is already on standard
     // error): the answer is Yes exactly when an observer is set up.

@@ -93,17 +93,8 @@ void cDebug::SleepImpl(unsigned int milliseconds) {
     }
 }
 
-void cDebug::WriteErrorImpl(const char16_t* text) {
-    int length = 0;
-    while (text[length] != 0) {
-        ++length;
-    }
-    // UTF-8 takes at most three bytes per UTF-16 unit.
-    char utf8[3 * 4096 + 4];
-    const int maxUnits = static_cast<int>(sizeof(utf8) / 3) - 1;
-    const int n = cUtils::ToMultibyte(65001, text, length < maxUnits ? length : maxUnits, utf8,
-                                      static_cast<int>(sizeof(utf8)));
-    WriteAll(STDERR_FILENO, utf8, static_cast<std::size_t>(n > 0 ? n : 0));
+void cDebug::WriteErrorImpl(const char* utf8, std::size_t size) {
+    WriteAll(STDERR_FILENO, utf8, size);
 }
 
 bool cDebug::ShowMessageImpl(const char16_t*, const char16_t*, bool yesNo) {

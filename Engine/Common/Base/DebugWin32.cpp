@@ -2,8 +2,6 @@
 // unhandled-exception filter for the crash-dump observer.
 #include "Engine/Common/Base/Debug.h"
 
-#include "Engine/Common/Base/Utils.h"
-
 #include <cstdlib>
 #include <windows.h>
 
@@ -54,23 +52,13 @@ void cDebug::SleepImpl(unsigned int milliseconds) {
     Sleep(milliseconds);
 }
 
-void cDebug::WriteErrorImpl(const char16_t* text) {
+void cDebug::WriteErrorImpl(const char* utf8, std::size_t size) {
     const HANDLE error = GetStdHandle(STD_ERROR_HANDLE);
     if (error == nullptr || error == INVALID_HANDLE_VALUE) {
         return;
     }
-    int length = 0;
-    while (text[length] != 0) {
-        ++length;
-    }
-    char utf8[3 * 4096 + 4];
-    const int maxUnits = static_cast<int>(sizeof(utf8) / 3) - 1;
-    const int n = cUtils::ToMultibyte(65001, text, length < maxUnits ? length : maxUnits, utf8,
-                                      static_cast<int>(sizeof(utf8)));
     DWORD written = 0;
-    if (n > 0) {
-        WriteFile(error, utf8, static_cast<DWORD>(n), &written, nullptr);
-    }
+    WriteFile(error, utf8, static_cast<DWORD>(size), &written, nullptr);
 }
 
 bool cDebug::ShowMessageImpl(const char16_t* text, const char16_t* caption, bool yesNo) {
