@@ -6,6 +6,7 @@
 #include <charconv>
 #include <climits>
 #include <cmath>
+#include <cstdint>
 #include <string>
 
 namespace Quillanor::Common {
@@ -69,23 +70,6 @@ int StrNCmp(const char16_t* a, const char16_t* b, std::size_t count) {
     return 0;
 }
 
-int StrICmp(const char16_t* a, const char16_t* b) {
-    for (;; ++a, ++b) {
-        char16_t x = *a;
-        char16_t y = *b;
-        if (x != y) {
-            x = ToUpper(x);
-            y = ToUpper(y);
-            if (x != y) {
-                return static_cast<int>(x) - static_cast<int>(y);
-            }
-        }
-        if (x == 0) {
-            return 0;
-        }
-    }
-}
-
 int StrNICmp(const char16_t* a, const char16_t* b, std::size_t count) {
     for (; count != 0; --count, ++a, ++b) {
         char16_t x = *a;
@@ -104,19 +88,6 @@ int StrNICmp(const char16_t* a, const char16_t* b, std::size_t count) {
     return 0;
 }
 
-int StrICmpA(const char* a, const char* b) {
-    for (;; ++a, ++b) {
-        unsigned char x = static_cast<unsigned char>(ToUpperA(*a));
-        unsigned char y = static_cast<unsigned char>(ToUpperA(*b));
-        if (x != y) {
-            return static_cast<int>(x) - static_cast<int>(y);
-        }
-        if (x == 0) {
-            return 0;
-        }
-    }
-}
-
 int StrNICmpA(const char* a, const char* b, std::size_t count) {
     for (; count != 0; --count, ++a, ++b) {
         unsigned char x = static_cast<unsigned char>(ToUpperA(*a));
@@ -129,6 +100,15 @@ int StrNICmpA(const char* a, const char* b, std::size_t count) {
         }
     }
     return 0;
+}
+
+// No string is as long as SIZE_MAX: the bounded comparison never stops on the count.
+int StrICmp(const char16_t* a, const char16_t* b) {
+    return StrNICmp(a, b, SIZE_MAX);
+}
+
+int StrICmpA(const char* a, const char* b) {
+    return StrNICmpA(a, b, SIZE_MAX);
 }
 
 const char16_t* StrChr(const char16_t* text, char16_t c) {
@@ -218,19 +198,6 @@ std::size_t StrCSpn(const char16_t* text, const char16_t* reject) {
 
 namespace {
 
-int DigitValue(char16_t c) {
-    if (c >= u'0' && c <= u'9') {
-        return c - u'0';
-    }
-    if (c >= u'a' && c <= u'z') {
-        return c - u'a' + 10;
-    }
-    if (c >= u'A' && c <= u'Z') {
-        return c - u'A' + 10;
-    }
-    return 99;
-}
-
 // The common scanner of the integer conversions: magnitude (saturated to ULLONG_MAX with
 // `overflow` set), sign and end position.
 struct sIntScan {
@@ -255,7 +222,7 @@ sIntScan ScanInt(const char16_t* text, int base) {
         ++p;
     }
     if ((base == 0 || base == 16) && p[0] == u'0' && (p[1] == u'x' || p[1] == u'X') &&
-        DigitValue(p[2]) < 16) {
+        Detail::DigitValue(p[2]) < 16) {
         p += 2;
         base = 16;
     } else if (base == 0) {
@@ -264,7 +231,7 @@ sIntScan ScanInt(const char16_t* text, int base) {
     const char16_t* digits = p;
     const unsigned long long limit = ULLONG_MAX / static_cast<unsigned>(base);
     for (;; ++p) {
-        const int d = DigitValue(*p);
+        const int d = Detail::DigitValue(*p);
         if (d >= base) {
             break;
         }

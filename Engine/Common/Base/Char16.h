@@ -17,6 +17,20 @@ namespace Quillanor::Common {
 namespace Detail {
 QC_API char16_t ToUpperTable(char16_t c);
 QC_API char16_t ToLowerTable(char16_t c);
+
+// Value of `c` as a digit of a base up to 36 (0-9, then a-z or A-Z); 99 for anything else.
+inline int DigitValue(char16_t c) {
+    if (c >= u'0' && c <= u'9') {
+        return c - u'0';
+    }
+    if (c >= u'a' && c <= u'z') {
+        return c - u'a' + 10;
+    }
+    if (c >= u'A' && c <= u'Z') {
+        return c - u'A' + 10;
+    }
+    return 99;
+}
 } // namespace Detail
 
 // Simple upper-case mapping of one code unit (the rule of every case-insensitive comparison).

@@ -32,6 +32,32 @@ char16_t* NextRingBuffer() {
     return gRing[index];
 }
 
+std::size_t TextLength(const char16_t* pText) {
+    return StrLen(pText);
+}
+
+std::size_t TextLength(const char* pText) {
+    return std::strlen(pText);
+}
+
+// The frame of both code-page conversions: a negative `pLength` means up to and including the
+// terminator, an empty output only measures, and a failure (-1) reads as 0.
+// `pConvert(inputUnits, out)` runs the codec.
+template <class tIn, class tOut, class tConvert>
+int ConvertText(const tIn* pText, int pLength, tOut* pOut, int pOutLength, tConvert pConvert) {
+    if (pText == nullptr || pOutLength < 0) {
+        return 0;
+    }
+    if (pLength < 0) {
+        pLength = static_cast<int>(TextLength(pText)) + 1;
+    }
+    if (pLength == 0) {
+        return 0;
+    }
+    const int n = pConvert(pLength, pOutLength == 0 ? nullptr : pOut);
+    return n < 0 ? 0 : n;
+}
+
 } // namespace
 
 char16_t* cUtils::GetFmtStrBuff() {
@@ -112,16 +138,8 @@ char* cUtils::AStrIStr(const char* pText, const char* pPattern) {
 }
 
 int cUtils::HexDigitToInt(char16_t pChar) {
-    if (pChar >= u'0' && pChar <= u'9') {
-        return pChar - u'0';
-    }
-    if (pChar >= u'a' && pChar <= u'f') {
-        return pChar - u'a' + 10;
-    }
-    if (pChar >= u'A' && pChar <= u'F') {
-        return pChar - u'A' + 10;
-    }
-    return -1;
+    const int value = Detail::DigitValue(pChar);
+    return value < 16 ? value : -1;
 }
 
 int cUtils::StrToIntW(const char16_t* pText, bool* pFail, int pBase, bool pStrict) {
@@ -148,31 +166,16 @@ int cUtils::MultibyteLen(unsigned int pCodePage, const char16_t* pText, int pLen
 
 int cUtils::ToMultibyte(unsigned int pCodePage, const char16_t* pText, int pLength, char* pOut,
                         int pOutLength) {
-    if (pText == nullptr || pOutLength < 0) {
-        return 0;
-    }
-    if (pLength < 0) {
-        pLength = static_cast<int>(StrLen(pText)) + 1;
-    }
-    if (pLength == 0) {
-        return 0;
-    }
-    if (pOutLength == 0) {
-        pOut = nullptr;
-    }
-    int n;
-    switch (pCodePage) {
-    case 65001:
-        n = Detail::Utf16ToUtf8(pText, pLength, pOut, pOutLength);
-        break;
-    case 1200:
-        n = Detail::Utf16ToUtf16Le(pText, pLength, pOut, pOutLength);
-        break;
-    default:
-        n = ToMultibyteImpl(pCodePage, pText, pLength, pOut, pOutLength);
-        break;
-    }
-    return n < 0 ? 0 : n;
+    return ConvertText(pText, pLength, pOut, pOutLength, [&](int pInUnits, char* pTo) {
+        switch (pCodePage) {
+        case 65001:
+            return Detail::Utf16ToUtf8(pText, pInUnits, pTo, pOutLength);
+        case 1200:
+            return Detail::Utf16ToUtf16Le(pText, pInUnits, pTo, pOutLength);
+        default:
+            return ToMultibyteImpl(pCodePage, pText, pInUnits, pTo, pOutLength);
+        }
+    });
 }
 
 int cUtils::WideCharLen(unsigned int pCodePage, const char* pText, int pLength) {
@@ -181,31 +184,16 @@ int cUtils::WideCharLen(unsigned int pCodePage, const char* pText, int pLength) 
 
 int cUtils::ToWideChar(unsigned int pCodePage, const char* pText, int pLength, char16_t* pOut,
                        int pOutLength) {
-    if (pText == nullptr || pOutLength < 0) {
-        return 0;
-    }
-    if (pLength < 0) {
-        pLength = static_cast<int>(std::strlen(pText)) + 1;
-    }
-    if (pLength == 0) {
-        return 0;
-    }
-    if (pOutLength == 0) {
-        pOut = nullptr;
-    }
-    int n;
-    switch (pCodePage) {
-    case 65001:
-        n = Detail::Utf8ToUtf16(pText, pLength, pOut, pOutLength);
-        break;
-    case 1200:
-        n = Detail::Utf16LeToUtf16(pText, pLength, pOut, pOutLength);
-        break;
-    default:
-        n = ToWideCharImpl(pCodePage, pText, pLength, pOut, pOutLength);
-        break;
-    }
-    return n < 0 ? 0 : n;
+    return ConvertText(pText, pLength, pOut, pOutLength, [&](int pInUnits, char16_t* pTo) {
+        switch (pCodePage) {
+        case 65001:
+            return Detail::Utf8ToUtf16(pText, pInUnits, pTo, pOutLength);
+        case 1200:
+            return Detail::Utf16LeToUtf16(pText, pInUnits, pTo, pOutLength);
+        default:
+            return ToWideCharImpl(pCodePage, pText, pInUnits, pTo, pOutLength);
+        }
+    });
 }
 
 short cUtils::RevEndian(short pValue) {
