@@ -1,28 +1,18 @@
 #include "Engine/Common/Math/Quaternion.h"
 #include "Engine/Common/Math/Math.h"
 
+#include "MathTestSupport.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <random>
 
 using namespace Quillanor::Common;
+using QcTest::CircDiff;
+using QcTest::MatrixNear;
 
 namespace {
-
-double CircDiff(double a, double b) {
-    return std::fabs(std::remainder(a - b, cMath::DTwoPi));
-}
-
-::testing::AssertionResult MatrixNear(const cMatrix4& a, const cMatrix4& b, float tolerance) {
-    for (int i = 0; i < 16; ++i) {
-        if (!(std::fabs(a[i] - b[i]) <= tolerance)) {
-            return ::testing::AssertionFailure()
-                   << "element " << i << ": " << a[i] << " vs " << b[i];
-        }
-    }
-    return ::testing::AssertionSuccess();
-}
 
 // Equal as rotations: q and -q are the same rotation.
 ::testing::AssertionResult SameRotation(const cQuaternion& a, const cQuaternion& b, float tol) {

@@ -1,22 +1,15 @@
 #include "Engine/Common/Math/Rotation.h"
 #include "Engine/Common/Math/Math.h"
 
+#include "MathTestSupport.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <random>
 
 using namespace Quillanor::Common;
-
-namespace {
-
-// Angular distance of a and b modulo a whole turn.
-double CircDiff(double a, double b) {
-    const double d = std::remainder(a - b, cMath::DTwoPi);
-    return std::fabs(d);
-}
-
-} // namespace
+using QcTest::CircDiff;
 
 TEST(Rotation, XYZDegrees) {
     const cRotation r = cRotation::FromXYZDegrees({90.0f, 0.0f, 0.0f});

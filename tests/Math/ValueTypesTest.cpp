@@ -5,24 +5,17 @@
 #include "Engine/Common/Math/Transformation.h"
 #include "Engine/Common/Math/Vector.h"
 
+#include "MathTestSupport.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <random>
 
 using namespace Quillanor::Common;
+using QcTest::MatrixNear;
 
 namespace {
-
-::testing::AssertionResult MatrixNear(const cMatrix4& a, const cMatrix4& b, float tolerance) {
-    for (int i = 0; i < 16; ++i) {
-        if (!(std::fabs(a[i] - b[i]) <= tolerance)) {
-            return ::testing::AssertionFailure()
-                   << "element " << i << ": " << a[i] << " vs " << b[i];
-        }
-    }
-    return ::testing::AssertionSuccess();
-}
 
 ::testing::AssertionResult VectorNear(const cVector3& a, const cVector3& b, float tolerance) {
     if ((a - b).Length() <= tolerance) {
