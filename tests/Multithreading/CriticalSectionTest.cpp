@@ -8,26 +8,33 @@
 
 using namespace Quillanor::Common;
 
+namespace {
+
+// Whether another thread can take `lock` now; it gives the lock back at once.
+bool OtherThreadCanEnter(cCriticalSection& lock) {
+    bool entered = false;
+    std::thread([&] {
+        entered = lock.TryEnter();
+        if (entered) {
+            lock.Leave();
+        }
+    }).join();
+    return entered;
+}
+
+} // namespace
+
 TEST(CriticalSection, RecursionAndTryEnterFromOtherThread) {
     cCriticalSection lock;
     lock.Enter();
     EXPECT_TRUE(lock.TryEnter());
     lock.Enter();
-    bool otherGotIt = true;
-    std::thread([&] { otherGotIt = lock.TryEnter(); }).join();
-    EXPECT_FALSE(otherGotIt);
+    EXPECT_FALSE(OtherThreadCanEnter(lock));
     lock.Leave();
     lock.Leave();
-    std::thread([&] { otherGotIt = lock.TryEnter(); }).join();
-    EXPECT_FALSE(otherGotIt) << "still held once";
+    EXPECT_FALSE(OtherThreadCanEnter(lock)) << "still held once";
     lock.Leave();
-    std::thread([&] {
-        otherGotIt = lock.TryEnter();
-        if (otherGotIt) {
-            lock.Leave();
-        }
-    }).join();
-    EXPECT_TRUE(otherGotIt);
+    EXPECT_TRUE(OtherThreadCanEnter(lock));
 }
 
 TEST(CriticalSection, LeaveRecursiveReleasesEveryLevelAndIgnoresFreeLock) {
@@ -58,13 +65,7 @@ TEST(CriticalSection, LeaveRecursiveReleasesEveryLevelAndIgnoresFreeLock) {
     EXPECT_FALSE(otherGotIt);
     lock.Leave();
     lock.Leave();
-    std::thread([&] {
-        otherGotIt = lock.TryEnter();
-        if (otherGotIt) {
-            lock.Leave();
-        }
-    }).join();
-    EXPECT_TRUE(otherGotIt) << "the owner's two Leaves were both still needed";
+    EXPECT_TRUE(OtherThreadCanEnter(lock)) << "the owner's two Leaves were both still needed";
 }
 
 TEST(CriticalSection, MutualExclusionUnderContention) {
@@ -127,18 +128,9 @@ TEST(CriticalSection, ConditionalLockerWithAndWithoutLock) {
     {
         cBlockLockerCond none(nullptr); // neither locks nor unlocks
         cBlockLockerCond held(&lock);
-        bool otherGotIt = true;
-        std::thread([&] { otherGotIt = lock.TryEnter(); }).join();
-        EXPECT_FALSE(otherGotIt);
+        EXPECT_FALSE(OtherThreadCanEnter(lock));
     }
-    bool otherGotIt = false;
-    std::thread([&] {
-        otherGotIt = lock.TryEnter();
-        if (otherGotIt) {
-            lock.Leave();
-        }
-    }).join();
-    EXPECT_TRUE(otherGotIt);
+    EXPECT_TRUE(OtherThreadCanEnter(lock));
 }
 
 TEST(CriticalSectionDeathTest, LeaveByNonOwnerIsFatal) {
