@@ -2,6 +2,7 @@
 #include "Engine/Common/Base/Char16.h"
 
 #include "Engine/Common/Base/Detail/CaseTable.h"
+#include "Engine/Common/Base/Detail/TextSearch.h"
 
 #include <charconv>
 #include <climits>
@@ -135,53 +136,11 @@ const char16_t* StrRChr(const char16_t* text, char16_t c) {
 }
 
 const char16_t* StrStr(const char16_t* text, const char16_t* pattern) {
-    const char16_t first = *pattern;
-    if (first == 0) {
-        return text;
-    }
-    for (; *text != 0; ++text) {
-        if (*text != first) {
-            continue;
-        }
-        const char16_t* t = text + 1;
-        const char16_t* p = pattern + 1;
-        while (*p != 0 && *t == *p) {
-            ++t;
-            ++p;
-        }
-        if (*p == 0) {
-            return text;
-        }
-        if (*t == 0) {
-            return nullptr;
-        }
-    }
-    return nullptr;
+    return Detail::FindText(text, pattern, [](char16_t c) { return c; });
 }
 
 const char16_t* StrIStr(const char16_t* text, const char16_t* pattern) {
-    if (*pattern == 0) {
-        return text;
-    }
-    const char16_t first = ToUpper(*pattern);
-    for (; *text != 0; ++text) {
-        if (ToUpper(*text) != first) {
-            continue;
-        }
-        const char16_t* t = text + 1;
-        const char16_t* p = pattern + 1;
-        while (*p != 0 && (*t == *p || ToUpper(*t) == ToUpper(*p))) {
-            ++t;
-            ++p;
-        }
-        if (*p == 0) {
-            return text;
-        }
-        if (*t == 0) {
-            return nullptr;
-        }
-    }
-    return nullptr;
+    return Detail::FindText(text, pattern, [](char16_t c) { return ToUpper(c); });
 }
 
 std::size_t StrCSpn(const char16_t* text, const char16_t* reject) {

@@ -2,6 +2,7 @@
 #include "Engine/Common/Base/Utils.h"
 
 #include "Engine/Common/Base/Char16.h"
+#include "Engine/Common/Base/Detail/TextSearch.h"
 #include "Engine/Common/Base/Detail/Unicode.h"
 #include "Engine/Common/Multithreading/CriticalSection.h"
 
@@ -113,28 +114,7 @@ char16_t* cUtils::StrIStr(const char16_t* pText, const char16_t* pPattern) {
 }
 
 char* cUtils::AStrIStr(const char* pText, const char* pPattern) {
-    if (*pPattern == 0) {
-        return const_cast<char*>(pText);
-    }
-    const char first = ToUpperA(*pPattern);
-    for (; *pText != 0; ++pText) {
-        if (ToUpperA(*pText) != first) {
-            continue;
-        }
-        const char* a = pText + 1;
-        const char* b = pPattern + 1;
-        while (*b != 0 && ToUpperA(*a) == ToUpperA(*b)) {
-            ++a;
-            ++b;
-        }
-        if (*b == 0) {
-            return const_cast<char*>(pText);
-        }
-        if (*a == 0) {
-            return nullptr;
-        }
-    }
-    return nullptr;
+    return const_cast<char*>(Detail::FindText(pText, pPattern, [](char c) { return ToUpperA(c); }));
 }
 
 int cUtils::HexDigitToInt(char16_t pChar) {

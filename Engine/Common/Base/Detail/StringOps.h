@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Engine/Common/Base/Char16.h"
+#include "Engine/Common/Base/Detail/TextSearch.h"
 #include "Engine/Common/Base/Detail/TextSimd.h"
 #include "Engine/Common/Base/String.h"
 #include "Engine/Common/Multithreading/CriticalSection.h"
@@ -40,28 +41,7 @@ struct tChr<char> {
     static std::size_t Len(const char* p) { return std::strlen(p); }
     static const char* Str(const char* t, const char* p) { return std::strstr(t, p); }
     static const char* IStr(const char* t, const char* p) {
-        if (*p == 0) {
-            return t;
-        }
-        const char first = ToUpperA(*p);
-        for (; *t != 0; ++t) {
-            if (ToUpperA(*t) != first) {
-                continue;
-            }
-            const char* a = t + 1;
-            const char* b = p + 1;
-            while (*b != 0 && ToUpperA(*a) == ToUpperA(*b)) {
-                ++a;
-                ++b;
-            }
-            if (*b == 0) {
-                return t;
-            }
-            if (*a == 0) {
-                return nullptr;
-            }
-        }
-        return nullptr;
+        return Detail::FindText(t, p, [](char c) { return ToUpperA(c); });
     }
     static int NCmp(const char* a, const char* b, std::size_t n) { return std::strncmp(a, b, n); }
     static int NICmp(const char* a, const char* b, std::size_t n) { return StrNICmpA(a, b, n); }
