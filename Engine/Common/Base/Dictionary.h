@@ -19,6 +19,7 @@
 #include "Engine/Common/Base/Hash.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <new>
 #include <type_traits>
 #include <utility>
@@ -42,6 +43,10 @@ struct tDictionaryKeyEquals<cString> {
         }
         const char16_t* x = a.Text();
         const char16_t* y = b.Text();
+        // Lookups mostly find keys spelt exactly as stored.
+        if (std::memcmp(x, y, sizeof(char16_t) * static_cast<std::size_t>(length)) == 0) {
+            return true;
+        }
         for (int i = 0; i < length; ++i) {
             if (x[i] != y[i] && ToUpper(x[i]) != ToUpper(y[i])) {
                 return false;
