@@ -206,7 +206,7 @@ TEST(FormatTest, WindowsTextConventions) {
     // %p: 16 upper-case hexadecimal digits.
     EXPECT_STREQ(cUtils::FmtStrA("%p", reinterpret_cast<void*>(0xABCDEF)), "0000000000ABCDEF");
     EXPECT_EQ(std::u16string(cUtils::FmtStr(u"%I64d %I64X", -5LL, 0xFFLL)), u"-5 FF");
-    // The spec'd stream message layout.
+    // The layout of the stream error messages.
     EXPECT_EQ(std::u16string(cUtils::FmtStr(u"Position: %08X", 0x1A2Bu)), u"Position: 00001A2B");
 }
 
