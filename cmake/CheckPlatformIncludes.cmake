@@ -21,13 +21,8 @@ set(posix_headers "^(sys|netinet|arpa|net|linux|asm|bits)/|^(unistd|pthread|fcnt
 set(windows_crt_headers "^(fcntl|sys/types|sys/stat|sys/timeb|sys/utime)\\.h$")
 set(windows_headers "^(windows|winsock|winsock2|ws2tcpip|ws2def|ws2ipdef|mswsock|iphlpapi|iptypes|ipifcons|netioapi|winbase|winnt|windef|winuser|wingdi|winerror|winternl|winreg|winver|wincon|winnls|winioctl|synchapi|processthreadsapi|handleapi|fileapi|errhandlingapi|memoryapi|sysinfoapi|libloaderapi|profileapi|timezoneapi|debugapi|dbghelp|dxgi[0-9_]*|d3d[0-9a-z_]*|dwmapi|shlobj|shellapi|shlwapi|objbase|combaseapi|oleauto|mmsystem|timeapi|tlhelp32|psapi|io|direct|process|conio|crtdbg|versionhelpers|ntstatus|winhttp|wincrypt|bcrypt|powrprof|setupapi|cfgmgr32|knownfolders|tchar|avrt)\\.h$")
 
-set(globs "")
-foreach(dir IN LISTS QC_CHECK_DIRS)
-    foreach(ext cpp cc h hpp inl)
-        list(APPEND globs ${QC_CHECK_ROOT}/${dir}/*.${ext})
-    endforeach()
-endforeach()
-file(GLOB_RECURSE files ${globs})
+include(${CMAKE_CURRENT_LIST_DIR}/PlatformCheckFiles.cmake)
+qc_platform_check_files(files ${QC_CHECK_ROOT} ${QC_CHECK_DIRS})
 
 set(problems "")
 foreach(file IN LISTS files)

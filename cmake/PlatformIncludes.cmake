@@ -2,13 +2,9 @@
 # CheckPlatformIncludes.cmake). It runs before the library is compiled and again whenever a
 # source file changes.
 set(qc_include_check_dirs Engine tests tools bench fuzz)
-set(qc_include_check_globs "")
-foreach(dir IN LISTS qc_include_check_dirs)
-    foreach(ext cpp cc h hpp inl)
-        list(APPEND qc_include_check_globs ${PROJECT_SOURCE_DIR}/${dir}/*.${ext})
-    endforeach()
-endforeach()
-file(GLOB_RECURSE qc_include_check_files CONFIGURE_DEPENDS ${qc_include_check_globs})
+include(${CMAKE_CURRENT_LIST_DIR}/PlatformCheckFiles.cmake)
+qc_platform_check_files(qc_include_check_files ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS
+    ${qc_include_check_dirs})
 
 add_custom_command(
     OUTPUT ${PROJECT_BINARY_DIR}/platform-includes.stamp
@@ -17,6 +13,7 @@ add_custom_command(
         -DQC_STAMP=${PROJECT_BINARY_DIR}/platform-includes.stamp
         -P ${CMAKE_CURRENT_LIST_DIR}/CheckPlatformIncludes.cmake
     DEPENDS ${qc_include_check_files} ${CMAKE_CURRENT_LIST_DIR}/CheckPlatformIncludes.cmake
+        ${CMAKE_CURRENT_LIST_DIR}/PlatformCheckFiles.cmake
     COMMENT "Checking that platform headers stay in their backend files"
     VERBATIM)
 add_custom_target(qc_platform_includes ALL DEPENDS ${PROJECT_BINARY_DIR}/platform-includes.stamp)

@@ -1,5 +1,7 @@
 #include "ChildProcess.h"
 
+#include "SelfProcess.h"
+
 #include <cstring>
 #include <map>
 
@@ -13,7 +15,9 @@ std::map<std::string, ChildMain>& Registry() {
 
 } // namespace
 
-ChildRegistrar::ChildRegistrar(const char* name, ChildMain main) { Registry()[name] = main; }
+ChildRegistrar::ChildRegistrar(const char* name, ChildMain main) {
+    Registry()[name] = main;
+}
 
 bool DispatchChild(int argc, char** argv, int& exitCode) {
     if (argc < 3 || std::strcmp(argv[1], "--qc-child") != 0) {
@@ -26,6 +30,42 @@ bool DispatchChild(int argc, char** argv, int& exitCode) {
     }
     exitCode = it->second(std::vector<std::string>(argv + 3, argv + argc));
     return true;
+}
+
+cChildProcess::cChildProcess(const std::string& name, const std::vector<std::string>& args) {
+    std::vector<std::string> all = {"--qc-child", name};
+    all.insert(all.end(), args.begin(), args.end());
+    mId = QcProcess::StartSelf(all);
+}
+
+cChildProcess::~cChildProcess() {
+    Kill();
+}
+
+bool cChildProcess::Started() const {
+    return mId > 0;
+}
+
+int cChildProcess::Wait(unsigned int timeoutMs) {
+    int exitCode = -1;
+    if (!Started() || mReaped || !QcProcess::WaitProcess(mId, timeoutMs, exitCode)) {
+        return -1;
+    }
+    mReaped = true;
+    return exitCode;
+}
+
+void cChildProcess::Kill() {
+    if (Started() && !mReaped) {
+        QcProcess::KillProcess(mId);
+        mReaped = true;
+    }
+}
+
+std::string UniqueName(const char* stem) {
+    static int counter = 0;
+    return std::string("qctest.") + stem + "." + std::to_string(QcProcess::CurrentProcessId()) +
+           "." + std::to_string(++counter);
 }
 
 } // namespace QcTest

@@ -1,5 +1,5 @@
 // qcommon: a small tour of Quillanor Common. Each command shows one capability working.
-#include "Process.h"
+#include "SelfProcess.h"
 
 #include "Engine/Common/Base/Version.h"
 #include "Engine/Common/Multithreading/Event.h"
@@ -14,7 +14,9 @@ using namespace Quillanor::Common;
 
 namespace {
 
-std::u16string Wide(const std::string& s) { return std::u16string(s.begin(), s.end()); }
+std::u16string Wide(const std::string& s) {
+    return std::u16string(s.begin(), s.end());
+}
 
 int Info() {
     std::printf("Quillanor Common %s\n", cVersion::Library());
@@ -40,10 +42,10 @@ int Pong(const std::string& base, int rounds) {
 }
 
 int Ping(int rounds) {
-    const std::string base = "qcommon." + std::to_string(QcTool::CurrentProcessId());
+    const std::string base = "qcommon." + std::to_string(QcProcess::CurrentProcessId());
     cEvent ping(false, false, Wide(base + ".ping").c_str());
     cEvent pong(false, false, Wide(base + ".pong").c_str());
-    const long long child = QcTool::StartSelf({"pong", base, std::to_string(rounds)});
+    const long long child = QcProcess::StartSelf({"pong", base, std::to_string(rounds)});
     if (child < 0) {
         std::fprintf(stderr, "ping: could not start the second process\n");
         return 1;
@@ -62,7 +64,8 @@ int Ping(int rounds) {
         best = us < best ? us : best;
         total += us;
     }
-    const int rc = QcTool::WaitProcess(child);
+    int rc = -1;
+    QcProcess::WaitProcess(child, 0xFFFFFFFFu, rc);
     std::printf("ping: %d round trips between two processes over named events\n", rounds);
     std::printf("  mean %.1f us, best %.1f us; second process exited with %d\n", total / rounds,
                 best, rc);

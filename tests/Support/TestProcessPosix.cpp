@@ -1,0 +1,7 @@
+#include "ChildProcess.h"
+
+namespace QcTest {
+
+void InitTestProcess() {}
+
+} // namespace QcTest
